@@ -1,0 +1,57 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+
+#include "sentrel/platform/FileSystem.h"
+#include "sentrel/platform/PropertyListFiles.h"
+
+namespace sentrel::simulated {
+
+/// The files of a simulated device, in memory, shared by all its processes.
+class SimulatedFiles final : public FileSystem, public PropertyListFiles {
+ public:
+  /// A file of which only the existence matters.
+  void touch(const std::string& path) { plain_.insert(path); }
+
+  void put(const std::string& path, PropertyList::Dictionary dictionary) {
+    dictionaries_.insert_or_assign(path, std::move(dictionary));
+  }
+
+  void remove(const std::string& path) {
+    plain_.erase(path);
+    dictionaries_.erase(path);
+  }
+
+  /// While set, every write fails, as on a full disk.
+  void setWritesFail(bool value) noexcept { writesFail_ = value; }
+
+  int writeCount() const noexcept { return writeCount_; }
+
+  bool fileExists(const std::string& path) const override {
+    return plain_.contains(path) || dictionaries_.contains(path);
+  }
+
+  std::optional<PropertyList::Dictionary> readDictionary(const std::string& path) const override {
+    const auto file = dictionaries_.find(path);
+    return file == dictionaries_.end() ? std::nullopt : std::optional(file->second);
+  }
+
+  bool writeDictionary(const std::string& path,
+                       const PropertyList::Dictionary& dictionary) override {
+    if (writesFail_) return false;
+    ++writeCount_;
+    put(path, dictionary);
+    return true;
+  }
+
+ private:
+  std::set<std::string> plain_;
+  std::map<std::string, PropertyList::Dictionary> dictionaries_;
+  bool writesFail_ = false;
+  int writeCount_ = 0;
+};
+
+}  // namespace sentrel::simulated

@@ -1,0 +1,21 @@
+#include "device/simulated/SimulatedMessages.h"
+
+namespace sentrel::simulated {
+
+void MessageHub::setResponder(const std::string& channel, std::weak_ptr<Process> process,
+                              MessageResponder responder) {
+  responders_.insert_or_assign(channel, Registration{std::move(process), std::move(responder)});
+}
+
+UserInfo MessageHub::send(const std::string& sender, const std::string& channel,
+                          const std::string& message, const UserInfo& userInfo) {
+  sent_.push_back({sender, message, userInfo});
+  const auto registration = responders_.find(channel);
+  if (registration == responders_.end()) return std::nullopt;
+  const auto process = registration->second.process.lock();
+  if (!process) return std::nullopt;
+  Process::Scope scope(*process);
+  return registration->second.responder(message, userInfo);
+}
+
+}  // namespace sentrel::simulated

@@ -1,0 +1,39 @@
+#include "device/simulated/VirtualTimeline.h"
+
+#include <algorithm>
+
+namespace sentrel::simulated {
+
+void VirtualTimeline::setWallClock(WallTime now) {
+  const Seconds shift = now - now_;
+  std::map<Due, Block> shifted;
+  for (auto& [due, block] : blocks_)
+    shifted.emplace(Due(due.first + shift, due.second), std::move(block));
+  blocks_ = std::move(shifted);
+  now_ = now;
+}
+
+void VirtualTimeline::after(Seconds delay, Block block) {
+  const WallTime due = now_ + std::max(delay, Seconds(0));
+  blocks_.emplace(Due(due, queued_++), std::move(block));
+}
+
+void VirtualTimeline::advance(Seconds time) {
+  const WallTime end = now_ + time;
+  while (!blocks_.empty() && blocks_.begin()->first.first <= end)
+    runFirst();
+  now_ = end;
+}
+
+void VirtualTimeline::runUntilIdle() {
+  while (!blocks_.empty())
+    runFirst();
+}
+
+void VirtualTimeline::runFirst() {
+  auto first = blocks_.extract(blocks_.begin());
+  now_ = std::max(now_, first.key().first);
+  first.mapped()();
+}
+
+}  // namespace sentrel::simulated

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <utility>
+
+#include "sentrel/platform/Clock.h"
+
+namespace sentrel::simulated {
+
+/// Virtual time, shared by every process of a simulated device. Time stands still while a block
+/// runs and jumps from one due block to the next, so every block sees the moment it was due at.
+/// Not for use from several threads.
+class VirtualTimeline final : public Clock {
+ public:
+  using Block = std::function<void()>;
+
+  WallTime now() const override { return now_; }
+
+  /// Sets the wall clock back or forward without running anything: what is due stays as far away
+  /// as it was.
+  void setWallClock(WallTime now);
+
+  /// Queues `block` for `delay` from now, behind what is already due at that moment.
+  void after(Seconds delay, Block block);
+
+  /// Runs what is due now, including what that queues for now.
+  void runDue() { advance(Seconds(0)); }
+
+  /// Runs everything that falls due within `time`, in order, and ends that much later.
+  void advance(Seconds time);
+
+  /// Runs until nothing is left, however far away it is.
+  void runUntilIdle();
+
+  bool isIdle() const noexcept { return blocks_.empty(); }
+
+ private:
+  using Due = std::pair<WallTime, std::uint64_t>;
+
+  void runFirst();
+
+  WallTime now_{Seconds(1'700'000'000)};
+  std::uint64_t queued_ = 0;
+  std::map<Due, Block> blocks_;
+};
+
+}  // namespace sentrel::simulated

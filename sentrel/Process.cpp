@@ -1,0 +1,77 @@
+#include "sentrel/Process.h"
+
+#include <atomic>
+#include <cstdio>
+#include <cstdlib>
+#include <utility>
+
+#include "sentrel/controller/SentrelController.h"
+#include "sentrel/settings/SNSettings.h"
+#include "sentrel/settings/SNWiFiManager.h"
+
+namespace sentrel {
+namespace {
+
+std::atomic<Process*> mainProcess = nullptr;
+thread_local Process* scopedProcess = nullptr;
+
+}  // namespace
+
+/// Hands the settings the controller's sessions, though the controller itself needs the settings:
+/// neither is made before it is first used.
+class Process::LateSessions final : public UnlockSessions {
+ public:
+  explicit LateSessions(Process& process) : process_(process) {}
+
+  bool shouldIgnoreAuthentication(const SessionItem& item) override {
+    return process_.controller().shouldIgnoreAuthentication(item);
+  }
+
+ private:
+  Process& process_;
+};
+
+Process::Process(Platform platform)
+    : platform_(std::move(platform)), sessions_(std::make_unique<LateSessions>(*this)) {}
+
+Process::~Process() {
+  Process* self = this;
+  mainProcess.compare_exchange_strong(self, nullptr);
+}
+
+Process& Process::current() {
+  if (scopedProcess) return *scopedProcess;
+  if (Process* process = mainProcess.load(std::memory_order_acquire)) return *process;
+  std::fputs("sentrel: the library was used before a Process was made for it\n", stderr);
+  std::abort();
+}
+
+void Process::setMain(Process* process) noexcept {
+  mainProcess.store(process, std::memory_order_release);
+}
+
+Process::Scope::Scope(Process& process) noexcept
+    : previous_(std::exchange(scopedProcess, &process)) {}
+
+Process::Scope::~Scope() {
+  scopedProcess = previous_;
+}
+
+SNSettings& Process::settings() {
+  return settings_.get([this] { return std::make_shared<SNSettings>(platform_, *sessions_); });
+}
+
+SNWiFiManager& Process::wifiManager() {
+  return wifiManager_.get([this] { return std::make_shared<SNWiFiManager>(platform_); });
+}
+
+SentrelController& Process::controller() {
+  return controller_.get(
+      [this] { return std::make_shared<SentrelController>(platform_, settings()); });
+}
+
+const BridgeSettings& Process::bridgeSettings() {
+  return settings();
+}
+
+}  // namespace sentrel

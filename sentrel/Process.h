@@ -1,0 +1,81 @@
+#pragma once
+
+#include <memory>
+#include <mutex>
+
+#include "sentrel/platform/Export.h"
+#include "sentrel/platform/Platform.h"
+
+namespace sentrel {
+
+class BridgeSettings;
+class SNSettings;
+class SNWiFiManager;
+class SentrelController;
+
+/// The library's composition root: one process's platform and the shared instances that live in
+/// that process.
+///
+/// Each shared instance is made on its first use, once, from any thread, and lives as long as the
+/// Process, which a program keeps until it ends. Classes with a `shared…` operation only look up
+/// the current Process. A test makes as many processes as it likes and enters them by a Scope.
+class SENTREL_API Process {
+ public:
+  explicit Process(Platform platform);
+  ~Process();
+  Process(const Process&) = delete;
+  Process& operator=(const Process&) = delete;
+
+  /// The process that the calling thread is in: the innermost Scope's, else the main one. Ends the
+  /// program with a clear line when there is neither.
+  static Process& current();
+
+  /// Makes `process` the one that every thread is in unless a Scope says otherwise; null for none.
+  static void setMain(Process* process) noexcept;
+
+  /// Puts the calling thread inside a process for as long as the scope lives.
+  class SENTREL_API Scope {
+   public:
+    explicit Scope(Process& process) noexcept;
+    ~Scope();
+    Scope(const Scope&) = delete;
+    Scope& operator=(const Scope&) = delete;
+
+   private:
+    Process* previous_;
+  };
+
+  Platform& platform() noexcept { return platform_; }
+
+  SNSettings& settings();
+  SNWiFiManager& wifiManager();
+  SentrelController& controller();
+
+  /// The narrow view by which the bridge reaches the settings above it.
+  const BridgeSettings& bridgeSettings();
+
+ private:
+  template <class T>
+  class Shared {
+   public:
+    template <class Make>
+    T& get(Make make) {
+      std::call_once(once_, [&] { object_ = make(); });
+      return *object_;
+    }
+
+   private:
+    std::once_flag once_;
+    std::shared_ptr<T> object_;
+  };
+
+  class LateSessions;
+
+  Platform platform_;
+  std::unique_ptr<LateSessions> sessions_;
+  Shared<SNSettings> settings_;
+  Shared<SNWiFiManager> wifiManager_;
+  Shared<SentrelController> controller_;
+};
+
+}  // namespace sentrel

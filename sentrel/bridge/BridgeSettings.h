@@ -1,0 +1,14 @@
+#pragma once
+
+namespace sentrel {
+
+/// The user's choices that the bridge depends on. The settings own them and implement this.
+class BridgeSettings {
+ public:
+  virtual bool isLoggingEnabled() const = 0;
+
+ protected:
+  ~BridgeSettings() = default;
+};
+
+}  // namespace sentrel

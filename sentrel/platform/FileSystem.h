@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+
+#include "sentrel/platform/Export.h"
+
+namespace sentrel {
+
+/// What the library asks about files on the device. Paths are absolute paths of the device.
+class SENTREL_API FileSystem {
+ public:
+  virtual ~FileSystem() = default;
+
+  /// Whether anything stands at `path`; NO where that cannot be told.
+  virtual bool fileExists(const std::string& path) const = 0;
+};
+
+}  // namespace sentrel

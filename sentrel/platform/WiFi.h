@@ -1,0 +1,26 @@
+#pragma once
+
+#include <optional>
+
+#include "sentrel/platform/Export.h"
+#include "sentrel/platform/PropertyList.h"
+
+namespace sentrel {
+
+/// The device's Wi-Fi, as far as this process can see it.
+class SENTREL_API WiFi {
+ public:
+  virtual ~WiFi() = default;
+
+  /// Whether this process holds the handles that the two questions below need.
+  virtual bool hasManager() const = 0;
+  virtual bool hasClient() const = 0;
+
+  /// The networks that the device has joined before.
+  virtual std::optional<PropertyList::Array> knownNetworks() const = 0;
+
+  /// The joined network, its name under "SSID"; none when no network is joined.
+  virtual std::optional<PropertyList::Dictionary> currentNetwork() const = 0;
+};
+
+}  // namespace sentrel

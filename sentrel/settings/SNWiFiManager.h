@@ -1,0 +1,27 @@
+#pragma once
+
+#include <optional>
+
+#include "sentrel/platform/Platform.h"
+
+namespace sentrel {
+
+/// Which Wi-Fi networks are known and which one is joined, in any process: a process that cannot
+/// see the Wi-Fi state asks the home-screen process.
+class SENTREL_API SNWiFiManager {
+ public:
+  explicit SNWiFiManager(Platform& platform) : platform_(platform) {}
+
+  /// The current process's manager.
+  static SNWiFiManager& sharedManager();
+
+  std::optional<PropertyList::Array> knownNetworks() const;
+
+  /// Holds at least "SSID"; none when no network is joined.
+  std::optional<PropertyList::Dictionary> currentNetWork() const;
+
+ private:
+  Platform& platform_;
+};
+
+}  // namespace sentrel

@@ -1,0 +1,56 @@
+#include "sentrel/platform/PropertyList.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace sentrel {
+namespace {
+
+struct Reading {
+  PropertyList value;
+  bool asBool;
+  std::int64_t asInteger;
+  double asReal;
+};
+
+TEST(PropertyList, ReadsNumbersAndTextsLeniently) {
+  constexpr double infinity = std::numeric_limits<double>::infinity();
+  constexpr auto largest = std::numeric_limits<std::int64_t>::max();
+  constexpr auto smallest = std::numeric_limits<std::int64_t>::min();
+  const Reading readings[] = {
+      {true, true, 1, 1},
+      {2, true, 2, 2},
+      {-0.5, true, 0, -0.5},
+      {1e300, true, largest, 1e300},
+      {"YES", true, 0, 0},
+      {" +0true", true, 0, 0},
+      {"n", false, 0, 0},
+      {"12abc", true, 12, 12},
+      {"-7.5", true, -7, -7.5},
+      {"+-3", false, 0, 0},
+      {"99999999999999999999", true, largest, 1e20},
+      {"-99999999999999999999", true, smallest, -1e20},
+      {"1e999", true, 1, infinity},
+      {"1e-999", true, 1, 0},
+      {"nan", false, 0, 0},
+      {"", false, 0, 0},
+      {PropertyList::Array{1}, false, 0, 0},
+      {PropertyList::Data{1}, false, 0, 0},
+  };
+  for (const Reading& reading : readings) {
+    SCOPED_TRACE(describe(reading.value));
+    EXPECT_EQ(reading.value.boolValue(), reading.asBool);
+    EXPECT_EQ(reading.value.integerValue(), reading.asInteger);
+    EXPECT_EQ(reading.value.doubleValue(), reading.asReal);
+  }
+}
+
+TEST(PropertyList, KeepsBooleanIntegerAndRealApart) {
+  EXPECT_NE(PropertyList(true), PropertyList(1));
+  EXPECT_NE(PropertyList(1), PropertyList(1.0));
+  EXPECT_EQ(describe(PropertyList::Array{true, 1, 1.5, "a"}), "(YES, 1, 1.5, \"a\")");
+}
+
+}  // namespace
+}  // namespace sentrel
