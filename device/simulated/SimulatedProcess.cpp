@@ -2,7 +2,6 @@
 
 #include "device/simulated/SimulatedDevice.h"
 #include "device/simulated/SimulatedMainQueue.h"
-#include "sentrel/bridge/Messages.h"
 
 namespace sentrel::simulated {
 namespace {

@@ -14,9 +14,6 @@ inline constexpr std::string_view messageChannelName = "com.quorvin.sentrel";
 /// The one entry of a request and of a reply.
 inline constexpr std::string_view messageDataKey = "SentrelServiceMessageData";
 
-/// How an app's process names the home screen's.
-inline constexpr std::string_view springBoardBundleIdentifier = "com.apple.springboard";
-
 /// Every request that a process may send to the home-screen process: the name it travels under,
 /// the type of its argument, the type of its reply, and the label under which the sender logs the
 /// reply (empty: not logged). A label with two places takes the argument first.

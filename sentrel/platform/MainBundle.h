@@ -7,6 +7,9 @@
 
 namespace sentrel {
 
+/// The home-screen process's bundle identifier: the process with this name holds the truth.
+inline constexpr std::string_view springBoardBundleIdentifier = "com.apple.springboard";
+
 /// The bundle of the program that this process runs: who it is, and its translated texts.
 class SENTREL_API MainBundle {
  public:

@@ -1,0 +1,56 @@
+# The front door: everything a person does with the project starts here.
+
+preset ?= release
+build := build/$(preset)
+
+.PHONY: setup build test demo bench fuzz lint format check-format check-includes sanitize install clean
+
+setup:
+	@tools/setup
+
+build: setup
+	@cmake --preset $(preset) >build-configure.log 2>&1 || { cat build-configure.log; exit 1; }
+	@rm -f build-configure.log
+	@cmake --build $(build)
+
+test: build
+	@ctest --test-dir $(build) --output-on-failure --no-tests=error --parallel 2
+
+demo: build
+	@tools/demo $(build)/bin
+
+# Both sides of every ratio in one run, on one CPU, so that they share its state.
+bench: build
+	@tools/bench $(build)/bin/sentrel_bench
+
+# seconds: how long each fuzzer runs.
+seconds ?= 60
+fuzz: setup
+	@cmake --preset fuzz && cmake --build build/fuzz
+	@tools/fuzz build/fuzz/bin $(seconds)
+
+# The tests under the address, undefined-behaviour and thread sanitizers.
+sanitize:
+	@$(MAKE) --no-print-directory test preset=asan
+	@$(MAKE) --no-print-directory test preset=tsan
+
+lint: setup check-includes check-format
+	@$(MAKE) --no-print-directory build preset=clang
+	@tools/lint build/clang
+
+format: setup
+	@tools/format
+
+check-format: setup
+	@tools/format --check
+
+check-includes: setup
+	@tools/check-includes
+
+# prefix: where to install.
+prefix ?= /usr/local
+install: build
+	@cmake --install $(build) --prefix $(prefix)
+
+clean:
+	@rm -rf build
