@@ -2,7 +2,9 @@
 
 #include <memory>
 
+#include "sentrel/platform/CaseMapping.h"
 #include "sentrel/platform/Clock.h"
+#include "sentrel/platform/Cryptography.h"
 #include "sentrel/platform/FileSystem.h"
 #include "sentrel/platform/MainBundle.h"
 #include "sentrel/platform/MainQueue.h"
@@ -23,6 +25,8 @@ struct Platform {
   std::shared_ptr<MainQueue> mainQueue;
   std::shared_ptr<FileSystem> files;
   std::shared_ptr<PropertyListFiles> propertyListFiles;
+  std::shared_ptr<Cryptography> cryptography;
+  std::shared_ptr<CaseMapping> caseMapping;
   std::shared_ptr<NotificationCenter> darwinCenter;
   std::shared_ptr<NotificationCenter> distributedCenter;
   std::shared_ptr<NotificationCenter> localCenter;
