@@ -1,0 +1,59 @@
+// A program outside the project that asks the installed library one question.
+
+#include <cstdio>
+#include <memory>
+#include <string>
+
+#include "sentrel/Process.h"
+#include "sentrel/settings/SNSettings.h"
+#include "sentrel/settings/SettingsKeys.h"
+
+namespace {
+
+class Bundle final : public sentrel::MainBundle {
+ public:
+  const std::string& bundleIdentifier() const override { return identifier_; }
+  std::string_view localizedString(std::string_view key) const override { return key; }
+
+ private:
+  std::string identifier_{sentrel::springBoardBundleIdentifier};
+};
+
+class Files final : public sentrel::PropertyListFiles {
+ public:
+  std::optional<sentrel::PropertyList::Dictionary> readDictionary(
+      const std::string& path) const override {
+    if (path != sentrel::settingsFilePath) return std::nullopt;
+    return sentrel::PropertyList::Dictionary{
+        {"SentrelEnabled", true},
+        {"SentrelApplications", sentrel::PropertyList::Array{"com.example.notes"}}};
+  }
+  bool writeDictionary(const std::string&, const sentrel::PropertyList::Dictionary&) override {
+    return false;
+  }
+};
+
+class Radio final : public sentrel::WiFi {
+ public:
+  bool hasManager() const override { return true; }
+  bool hasClient() const override { return true; }
+  std::optional<sentrel::PropertyList::Array> knownNetworks() const override { return {}; }
+  std::optional<sentrel::PropertyList::Dictionary> currentNetwork() const override { return {}; }
+};
+
+}  // namespace
+
+int main() {
+  sentrel::Platform platform;
+  platform.mainBundle = std::make_shared<Bundle>();
+  platform.propertyListFiles = std::make_shared<Files>();
+  platform.wifi = std::make_shared<Radio>();
+  sentrel::Process process(std::move(platform));
+  sentrel::Process::setMain(&process);
+
+  const auto& settings = sentrel::SNSettings::sharedSettings();
+  const bool locked = settings.isAppProtected("com.example.notes");
+  const bool open = settings.isAppProtected("com.example.maps");
+  std::printf("notes %s, maps %s\n", locked ? "protected" : "open", open ? "protected" : "open");
+  return locked && !open ? 0 : 1;
+}
