@@ -19,6 +19,9 @@ class SimulatedProcess {
 
   Process& process() noexcept { return *process_; }
 
+  /// For whoever must notice that the process has ended.
+  std::weak_ptr<Process> weakProcess() const noexcept { return process_; }
+
   /// Runs `action` inside this process and hands on its result.
   template <class Action>
   decltype(auto) run(Action action) {
