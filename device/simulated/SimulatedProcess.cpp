@@ -2,6 +2,8 @@
 
 #include "device/simulated/SimulatedDevice.h"
 #include "device/simulated/SimulatedMainQueue.h"
+#include "device/storage/GLibCaseMapping.h"
+#include "device/storage/OpenSslCryptography.h"
 
 namespace sentrel::simulated {
 namespace {
@@ -24,6 +26,8 @@ SimulatedProcess::SimulatedProcess(SimulatedDevice& device, const std::string& b
   platform.mainQueue = queue;
   platform.files = device.files_;
   platform.propertyListFiles = device.files_;
+  platform.cryptography = std::make_shared<storage::OpenSslCryptography>();
+  platform.caseMapping = std::make_shared<storage::GLibCaseMapping>();
   platform.darwinCenter = center(device.darwin_, Payload::dropped);
   platform.distributedCenter = center(device.distributed_, Payload::carried);
   platform.localCenter = center(std::make_shared<NotificationHub>(), Payload::carried);

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace sentrel::storage {
+
+/// Why a property list cannot be read.
+struct PropertyListFault {
+  enum class Kind {
+    missing,
+    directory,
+    pipe,
+    specialFile,
+    noPermission,
+    unreadable,
+    empty,
+    tooLarge,
+    tooDeep,
+    notUtf8,
+    damaged,
+    unsupportedType,
+    notADictionary,
+  };
+
+  Kind kind;
+  /// What exactly is wrong, where more can be said than the kind; a literal.
+  std::string_view detail = {};
+  /// The line of an XML file, counted from 1; 0 where no line can be named.
+  std::size_t line = 0;
+};
+
+/// One clear clause for people, without the file's name: "it is damaged: ... (line 12)".
+std::string describe(const PropertyListFault& fault);
+
+}  // namespace sentrel::storage

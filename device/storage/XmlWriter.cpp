@@ -1,0 +1,167 @@
+#include "device/storage/XmlWriter.h"
+
+#include <algorithm>
+#include <charconv>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <variant>
+
+#include "device/storage/Base64.h"
+#include "device/storage/PropertyListLimits.h"
+#include "device/storage/Utf8.h"
+
+namespace sentrel::storage {
+namespace {
+
+constexpr std::string_view head =
+    "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+    "<plist version=\"1.0\">\n";
+
+/// Empty where `c` stands for itself. A carriage return would come back as a line feed from a
+/// reader that keeps to XML.
+std::string_view escapeFor(char c) {
+  switch (c) {
+    case '&':
+      return "&amp;";
+    case '<':
+      return "&lt;";
+    case '>':
+      return "&gt;";
+    case '\r':
+      return "&#13;";
+    default:
+      return {};
+  }
+}
+
+template <class Number>
+std::string_view format(Number number, char (&room)[32]) {
+  const auto end = std::to_chars(room, room + sizeof room, number).ptr;
+  return {room, static_cast<std::size_t>(end - room)};
+}
+
+}  // namespace
+
+void XmlWriter::begin() {
+  out_ = head;
+}
+
+bool XmlWriter::end() {
+  out_ += "</plist>\n";
+  return out_.size() <= maximumPropertyListSize;
+}
+
+bool XmlWriter::add(const PropertyList& value) {
+  if (out_.size() > maximumPropertyListSize) return false;
+  return std::visit([this](const auto& content) { return add(content); }, value.value());
+}
+
+bool XmlWriter::add(bool flag) {
+  indent();
+  out_ += flag ? "<true/>\n" : "<false/>\n";
+  return true;
+}
+
+bool XmlWriter::add(std::int64_t number) {
+  char room[32];
+  return addElement("integer", format(number, room));
+}
+
+bool XmlWriter::add(double number) {
+  char room[32];
+  if (std::isnan(number)) return addElement("real", "nan");
+  if (std::isinf(number)) return addElement("real", number > 0 ? "+infinity" : "-infinity");
+  return addElement("real", format(number, room));
+}
+
+bool XmlWriter::add(const std::string& text) {
+  return addText("string", text);
+}
+
+bool XmlWriter::add(const PropertyList::Data& data) {
+  if (data.size() > maximumPropertyListSize) return false;
+  return addElement("data", encodeBase64(data));
+}
+
+bool XmlWriter::add(PropertyList::Date date) {
+  using namespace std::chrono;
+  constexpr Seconds startOfYear1{-62135596800.0};
+  constexpr Seconds startOfYear10000{253402300800.0};
+  const Seconds since1970 = date.time_since_epoch();
+  // Written so that a date that is no number fails too.
+  if (!(since1970 >= startOfYear1 && since1970 < startOfYear10000)) return false;
+  const auto second = floor<seconds>(sys_time<Seconds>(since1970));
+  const auto day = floor<days>(second);
+  const year_month_day calendar(day);
+  const hh_mm_ss clock(second - day);
+  char room[32];
+  std::snprintf(room, sizeof room, "%04d-%02u-%02uT%02d:%02d:%02dZ",
+                static_cast<int>(calendar.year()), static_cast<unsigned>(calendar.month()),
+                static_cast<unsigned>(calendar.day()), static_cast<int>(clock.hours().count()),
+                static_cast<int>(clock.minutes().count()),
+                static_cast<int>(clock.seconds().count()));
+  return addElement("date", room);
+}
+
+bool XmlWriter::add(const PropertyList::Array& elements) {
+  indent();
+  out_ += "<array>\n";
+  if (++depth_ > maximumPropertyListDepth) return false;
+  for (const PropertyList& element : elements)
+    if (!add(element)) return false;
+  --depth_;
+  indent();
+  out_ += "</array>\n";
+  return true;
+}
+
+bool XmlWriter::add(const PropertyList::Dictionary& entries) {
+  indent();
+  out_ += "<dict>\n";
+  if (++depth_ > maximumPropertyListDepth) return false;
+  for (const auto& [key, value] : entries)
+    if (!addText("key", key) || !add(value)) return false;
+  --depth_;
+  indent();
+  out_ += "</dict>\n";
+  return true;
+}
+
+bool XmlWriter::addText(std::string_view name, std::string_view text) {
+  if (text.size() > maximumPropertyListSize || qualityOf(text) != TextQuality::clean) return false;
+  indent();
+  out_.append("<").append(name).append(">");
+  if (!addEscaped(text)) return false;
+  out_.append("</").append(name).append(">\n");
+  return true;
+}
+
+bool XmlWriter::addElement(std::string_view name, std::string_view text) {
+  indent();
+  out_.append("<").append(name).append(">").append(text);
+  out_.append("</").append(name).append(">\n");
+  return true;
+}
+
+bool XmlWriter::addEscaped(std::string_view text) {
+  const std::size_t start = out_.size();
+  std::uint64_t escapes = 0;
+  for (;;) {
+    const auto special =
+        std::find_if(text.begin(), text.end(), [](char c) { return !escapeFor(c).empty(); });
+    out_.append(text.begin(), special);
+    if (special == text.end()) break;
+    out_ += escapeFor(*special);
+    text.remove_prefix(static_cast<std::size_t>(special - text.begin()) + 1);
+    ++escapes;
+  }
+  escapeWork_ += escapes * (out_.size() - start);
+  return escapeWork_ <= maximumEscapeWork;
+}
+
+void XmlWriter::indent() {
+  out_.append(depth_, '\t');
+}
+
+}  // namespace sentrel::storage
