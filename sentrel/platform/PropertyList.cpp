@@ -141,7 +141,7 @@ std::string describe(const PropertyList& value) {
   if (const auto* real = value.as<double>()) return formatted(*real);
   if (const auto* text = value.as<std::string>()) return *text;
   if (const auto* data = value.as<PropertyList::Data>())
-    return "<" + std::to_string(data->size()) + " bytes>";
+    return std::string("<").append(std::to_string(data->size())) + " bytes>";
   if (const auto* date = value.as<PropertyList::Date>())
     return "date " + formatted(date->time_since_epoch().count());
   if (const auto* elements = value.as<PropertyList::Array>()) return describeArray(*elements);
