@@ -1,5 +1,7 @@
 #pragma once
 
+#include <poll.h>
+
 #include <atomic>
 #include <chrono>
 #include <cstdint>
@@ -11,8 +13,6 @@
 #include <vector>
 
 #include "sentrel/platform/MainQueue.h"
-
-struct pollfd;
 
 namespace sentrel::bus {
 
@@ -66,20 +66,29 @@ class RunLoop final : public MainQueue {
  private:
   using Moment = std::chrono::steady_clock::time_point;
   using Due = std::pair<Moment, std::uint64_t>;
-  struct Waiting;
+  struct Waiting {
+    std::shared_ptr<Source> source;
+    Moment deadline;
+  };
 
   void turn();
   void runDueBlocks();
   Block takeDue(Moment now, std::uint64_t limit);
   std::optional<Seconds> untilNextBlock();
   void waitAndDispatch();
+  std::optional<Seconds> prepareSources();
   void forgetWake() noexcept;
 
   std::mutex mutex_;
   std::map<Due, Block> blocks_;
   std::uint64_t queued_ = 0;
-  bool waiting_ = false;
+  bool isWaiting_ = false;
+
+  // Of the loop's thread alone. The two lists of a wait are members to keep their memory.
   std::vector<std::weak_ptr<Source>> sources_;
+  std::vector<Waiting> waiting_;
+  std::vector<pollfd> descriptors_;
+
   std::atomic<bool> stopping_{false};
   int wakeDescriptor_;
 };
