@@ -1,0 +1,74 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "device/bus/BusError.h"
+#include "device/bus/RunLoop.h"
+#include "sentrel/platform/MessageChannel.h"
+#include "sentrel/platform/NotificationCenter.h"
+
+namespace sentrel::bus {
+
+/// The name under which the home-screen process is found on the bus.
+inline constexpr const char* springBoardService = "com.quorvin.sentrel.SpringBoard";
+
+/// The two kinds of notification that cross the bus.
+enum class BusNotificationKind { darwin, distributed };
+
+/// One process's connection to the bus, driven by its RunLoop. BusMessageChannel and
+/// BusNotificationCenter are what the library sees of it.
+///
+/// Everything that comes in is handed to the main queue in the order in which it came, and runs
+/// there. All of it is untrusted: what is malformed, too deep or too large is refused and changes
+/// nothing. The end of the bus ends nothing else: it is reported once, and from then on nothing is
+/// answered, delivered or posted.
+///
+/// Make and destroy it on the thread that runs the loop; its operations may be called from any
+/// thread. A request of another thread makes the loop wait until it is over.
+class BusConnection {
+ public:
+  struct Options {
+    /// Where the bus is; none makes a connection that is lost from the start.
+    std::optional<std::string> address;
+    /// How long a request waits for its reply.
+    Seconds replyTimeout{2};
+    /// Called on the main queue, once, with the reason, when the bus is not or no longer there.
+    std::function<void(const std::string& reason)> onLost;
+  };
+
+  /// Never throws on account of the bus: see isConnected().
+  BusConnection(std::shared_ptr<RunLoop> loop, Options options);
+  ~BusConnection();
+  BusConnection(const BusConnection&) = delete;
+  BusConnection& operator=(const BusConnection&) = delete;
+
+  bool isConnected() const;
+
+  /// Takes the name `service` and answers what is asked there on `channel`, on the main queue, with
+  /// what `responder` returns. A responder that throws answers its caller none.
+  /// Throws BusError when another process has the name or the bus does not give it.
+  void serve(const std::string& service, const std::string& channel, MessageResponder responder);
+
+  /// Asks whoever serves `service` and waits for the reply, no longer than the time-out. None when
+  /// nobody serves it, when the reply is none, malformed or late, and when `userInfo` cannot be
+  /// sent. A question to this very process, on the loop's thread, is answered on the spot.
+  UserInfo request(const std::string& service, const std::string& channel,
+                   const std::string& message, const UserInfo& userInfo);
+
+  /// To every process on the bus that observes the name, this one included. What cannot be sent
+  /// (no bus, text that is no UTF-8, too large) is lost.
+  void post(BusNotificationKind kind, const Notification& notification);
+
+  Observation addObserver(BusNotificationKind kind, const std::string& name,
+                          NotificationCenter::Observer observer);
+
+ private:
+  class Link;
+
+  std::shared_ptr<Link> link_;
+};
+
+}  // namespace sentrel::bus

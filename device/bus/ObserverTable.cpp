@@ -1,0 +1,29 @@
+#include "device/bus/ObserverTable.h"
+
+#include <utility>
+
+namespace sentrel::bus {
+
+Observation ObserverTable::add(const std::string& name, NotificationCenter::Observer observer) {
+  auto registration = std::make_shared<Registration>(Registration{name, std::move(observer)});
+  std::lock_guard lock(mutex_);
+  std::erase_if(registrations_, [](const auto& entry) { return entry.expired(); });
+  registrations_.push_back(registration);
+  return registration;
+}
+
+void ObserverTable::deliver(Notification notification) {
+  const auto delivered = std::make_shared<const Notification>(std::move(notification));
+  std::vector<std::shared_ptr<Registration>> alive;  // let go of outside the lock
+  std::lock_guard lock(mutex_);
+  for (const auto& entry : registrations_) {
+    auto registration = entry.lock();
+    if (!registration || registration->name != delivered->name) continue;
+    queue_->async([entry, delivered] {
+      if (const auto observed = entry.lock()) observed->observer(*delivered);
+    });
+    alive.push_back(std::move(registration));
+  }
+}
+
+}  // namespace sentrel::bus

@@ -1,0 +1,372 @@
+#include "device/bus/BusMessageChannel.h"
+
+#include <signal.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <limits>
+#include <thread>
+#include <vector>
+
+#include "device/bus/BusCodec.h"
+#include "device/bus/BusProtocol.h"
+#include "tests/support/BusTesting.h"
+
+namespace sentrel::bus {
+namespace {
+
+using Dictionary = PropertyList::Dictionary;
+using Array = PropertyList::Array;
+
+PropertyList nested(int levels) {
+  PropertyList value = "bottom";
+  for (int i = 0; i < levels; ++i)
+    value = i % 2 ? PropertyList(Dictionary{{"k", std::move(value)}})
+                  : PropertyList(Array{std::move(value)});
+  return value;
+}
+
+Dictionary withText(std::size_t length) {
+  return {{"text", std::string(length, 'x')}};
+}
+
+/// Answers with what it was asked, and "count" with the number of questions so far.
+UserInfo echo(BusConnection&, const std::string& message, const UserInfo& userInfo) {
+  static int count = 0;
+  if (message == "count") return Dictionary{{"count", count}};
+  ++count;
+  if (message == "throw") throw std::runtime_error("planned");
+  if (message == "unsendable") return Dictionary{{"text", "\xFF"}};
+  return userInfo;
+}
+
+class BusMessages : public BusTest {
+ protected:
+  UserInfo ask(BusConnection& connection, const std::string& message,
+               const UserInfo& userInfo = std::nullopt) {
+    return connection.request(springBoardService, testChannel, message, userInfo);
+  }
+};
+
+TEST_F(BusMessages, CarryEveryValueAsItIs) {
+  const Responder responder(bus_.address(), echo);
+  BusMessageChannel channel(connect());
+  const UserInfo cases[] = {
+      std::nullopt,
+      Dictionary(),
+      Dictionary{{"", ""}},
+      Dictionary{{"yes", true}, {"no", false}, {"one", 1}, {"real", 1.0}},
+      Dictionary{{"largest", std::numeric_limits<std::int64_t>::max()},
+                 {"smallest", std::numeric_limits<std::int64_t>::min()},
+                 {"tenth", 0.1},
+                 {"infinite", std::numeric_limits<double>::infinity()}},
+      Dictionary{{"text", "\xC3\xA9\n\t\xF0\x9F\x94\x92"}, {"data", PropertyList::Data{0, 255, 7}}},
+      Dictionary{{"no data", PropertyList::Data()}, {"date", WallTime(Seconds(-1.25))}},
+      Dictionary{{"array", Array{1, "a", Array(), Dictionary()}},
+                 {"dictionary", Dictionary{{"a", Array{true, 2.5}}}}},
+      Dictionary{{"deep", nested(maximumUserInfoDepth - 1)}},
+      withText(maximumUserInfoSize - 100),
+  };
+  for (const UserInfo& userInfo : cases)
+    EXPECT_EQ(channel.sendMessageAndReceiveReply(testChannel, "echo", userInfo), userInfo);
+}
+
+TEST_F(BusMessages, AreNotSentWhenTheyCannotArriveAsTheyAre) {
+  using namespace std::string_literals;
+  const Responder responder(bus_.address(), echo);
+  const auto connection = connect();
+  const Dictionary cases[] = {
+      {{"text", "cut\0off"s}},
+      {{"cut\0off"s, "text"}},
+      {{"text", "\xC3("}},
+      {{"text", "\xED\xA0\x80"}},
+      {{"array", Array{Dictionary{{"a", "\xFF"}}}}},
+      {{"deep", nested(maximumUserInfoDepth)}},
+      {{"very deep", nested(100)}},
+      withText(maximumUserInfoSize),
+      withText(4 * maximumUserInfoSize),
+      {{"many", Array(maximumUserInfoSize / 16, true)}},
+  };
+  for (const Dictionary& userInfo : cases)
+    EXPECT_EQ(ask(*connection, "echo", userInfo), std::nullopt) << userInfo.begin()->first;
+  EXPECT_EQ(ask(*connection, "cut\0off"s), std::nullopt);
+  EXPECT_EQ(ask(*connection, "\xFF"), std::nullopt);
+  EXPECT_EQ(ask(*connection, "count"), UserInfo(Dictionary{{"count", 0}}));
+}
+
+TEST_F(BusMessages, AreNotAnsweredWhereNobodyServes) {
+  const auto connection = connect();
+  EXPECT_EQ(ask(*connection, "echo", Dictionary()), std::nullopt);
+  const Responder responder(bus_.address(), echo);
+  EXPECT_EQ(connection->request(springBoardService, "other channel", "echo", Dictionary()),
+            std::nullopt);
+  EXPECT_EQ(connection->request("no service name", testChannel, "echo", Dictionary()),
+            std::nullopt);
+  EXPECT_EQ(ask(*connection, "echo", Dictionary()), Dictionary());
+}
+
+TEST_F(BusMessages, SurviveAResponderThatFails) {
+  const Responder responder(bus_.address(), echo);
+  const auto connection = connect();
+  EXPECT_EQ(ask(*connection, "throw", Dictionary()), std::nullopt);
+  EXPECT_EQ(ask(*connection, "unsendable", Dictionary()), std::nullopt);
+  EXPECT_EQ(ask(*connection, "echo", Dictionary()), Dictionary());
+}
+
+TEST_F(BusMessages, AskThisVeryProcessWithoutWaiting) {
+  const auto connection = connect(shortTimeout);
+  int count = 0;
+  connection->serve(springBoardService, testChannel,
+                    [&count](const std::string& message, const UserInfo&) {
+                      ++count;
+                      return UserInfo(Dictionary{{"asked", message}});
+                    });
+  EXPECT_EQ(ask(*connection, "hello"), UserInfo(Dictionary{{"asked", "hello"}}));
+  loop_->after(Seconds(0.01), [this] { loop_->stop(); });
+  loop_->run();
+  EXPECT_EQ(count, 1);
+}
+
+TEST_F(BusMessages, CrossFromEveryThread) {
+  const Responder responder(bus_.address(), echo);
+  const auto connection = connect();
+  std::atomic<int> wrong = 0;
+  std::atomic<int> done = 0;
+  std::vector<std::jthread> threads;
+  for (int thread = 0; thread < 4; ++thread)
+    threads.emplace_back([&, thread] {
+      for (int i = 0; i < 50; ++i) {
+        const Dictionary question{{"thread", thread}, {"number", i}};
+        wrong += ask(*connection, "echo", question) != question;
+      }
+      ++done;
+    });
+  EXPECT_TRUE(runUntil(*loop_, [&] {
+    const Dictionary question{{"thread", "main"}};
+    wrong += ask(*connection, "echo", question) != question;
+    loop_->async([] {});
+    return done == 4;
+  }));
+  EXPECT_EQ(wrong, 0);
+}
+
+// --- Responders that misbehave -------------------------------------------------------------------
+
+/// Serves the home-screen's name without our code and does `react` to the first question.
+class RawResponder : public ChildProcess {
+ public:
+  using React = std::function<void(sd_bus_message* question)>;
+
+  RawResponder(const std::string& address, const React& react)
+      : ChildProcess([&](const Ready& ready) {
+          const RawBus bus(address);
+          sd_bus_add_filter(
+              bus.get(), nullptr,
+              [](sd_bus_message* message, void* context, sd_bus_error*) {
+                if (!sd_bus_message_is_method_call(message, nullptr, protocol::askMethod)) return 0;
+                (*static_cast<const React*>(context))(message);
+                return 1;
+              },
+              const_cast<React*>(&react));
+          if (sd_bus_request_name(bus.get(), springBoardService, 0) < 0) return;
+          ready("ready");
+          serve(bus.get());
+        }) {}
+
+ private:
+  static void serve(sd_bus* bus) {
+    int processed = 0;
+    while ((processed = sd_bus_process(bus, nullptr)) >= 0)
+      if (processed == 0) sd_bus_wait(bus, UINT64_MAX);
+  }
+};
+
+/// A reply filled in by `fill`.
+RawResponder::React replyWith(std::function<void(sd_bus_message*)> fill) {
+  return [fill = std::move(fill)](sd_bus_message* question) {
+    sd_bus_message* reply = nullptr;
+    sd_bus_message_new_method_return(question, &reply);
+    fill(reply);
+    sd_bus_send(nullptr, reply, nullptr);
+    sd_bus_message_unref(reply);
+  };
+}
+
+/// A user info whose only entry is a text of that length.
+void appendLongText(sd_bus_message* message, std::size_t length) {
+  const std::string text(length, 'x');
+  sd_bus_message_append(message, "aa{sv}", 1, 1, "text", "s", text.c_str());
+}
+
+/// A user info that holds arrays inside each other.
+void appendDeep(sd_bus_message* message, int levels) {
+  sd_bus_message_open_container(message, 'a', "a{sv}");
+  sd_bus_message_open_container(message, 'a', "{sv}");
+  sd_bus_message_open_container(message, 'e', "sv");
+  sd_bus_message_append(message, "s", "deep");
+  for (int i = 0; i < levels; ++i) {
+    sd_bus_message_open_container(message, 'v', "av");
+    sd_bus_message_open_container(message, 'a', "v");
+  }
+  for (int i = 0; i < 2 * levels + 3; ++i)
+    sd_bus_message_close_container(message);
+}
+
+struct Misbehaviour {
+  const char* name;
+  RawResponder::React react;
+};
+
+std::vector<Misbehaviour> misbehaviours() {
+  return {
+      {"never answers", [](sd_bus_message*) {}},
+      {"dies", [](sd_bus_message*) { _exit(0); }},
+      {"is stopped", [](sd_bus_message*) { kill(getpid(), SIGSTOP); }},
+      {"answers an error",
+       [](sd_bus_message* question) {
+         sd_bus_reply_method_errorf(question, "org.example.Error", "planned");
+       }},
+      {"answers nothing", replyWith([](sd_bus_message*) {})},
+      {"answers a number", replyWith([](sd_bus_message* m) { sd_bus_message_append(m, "i", 1); })},
+      {"answers a bare dictionary",
+       replyWith([](sd_bus_message* m) { sd_bus_message_append(m, "a{sv}", 1, "k", "b", 1); })},
+      {"answers two dictionaries",
+       replyWith([](sd_bus_message* m) { sd_bus_message_append(m, "aa{sv}", 2, 0, 0); })},
+      {"answers something more",
+       replyWith([](sd_bus_message* m) { sd_bus_message_append(m, "aa{sv}i", 1, 0, 1); })},
+      {"answers with an unknown type", replyWith([](sd_bus_message* m) {
+         sd_bus_message_append(m, "aa{sv}", 1, 1, "k", "u", 1u);
+       })},
+      {"answers with an array of plain texts", replyWith([](sd_bus_message* m) {
+         sd_bus_message_append(m, "aa{sv}", 1, 1, "k", "as", 1, "text");
+       })},
+      {"answers with an empty variant", replyWith([](sd_bus_message* m) {
+         sd_bus_message_append(m, "aa{sv}", 1, 1, "k", "v", "v", "i", 1);
+       })},
+      {"answers too much",
+       replyWith([](sd_bus_message* m) { appendLongText(m, maximumUserInfoSize); })},
+      {"answers more than the bus carries",
+       replyWith([](sd_bus_message* m) { appendLongText(m, 4 * maximumUserInfoSize); })},
+      {"answers too deep", replyWith([](sd_bus_message* m) { appendDeep(m, 20); })},
+      {"answers deeper than the bus carries",
+       replyWith([](sd_bus_message* m) { appendDeep(m, 60); })},
+  };
+}
+
+TEST_F(BusMessages, ReadAsNoneWhateverAResponderDoes) {
+  const auto connection = connect(shortTimeout);
+  for (const Misbehaviour& misbehaviour : misbehaviours()) {
+    SCOPED_TRACE(misbehaviour.name);
+    const RawResponder responder(bus_.address(), misbehaviour.react);
+    ASSERT_EQ(responder.said(), "ready");
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(ask(*connection, "hello", Dictionary()), std::nullopt);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, patience);
+    EXPECT_TRUE(connection->isConnected());
+  }
+  const Responder sane(bus_.address(), echo);
+  EXPECT_EQ(ask(*connect(), "echo", Dictionary()), Dictionary());
+}
+
+TEST_F(BusMessages, AcceptWhatAnotherImplementationAnswers) {
+  const RawResponder responder(bus_.address(), replyWith([](sd_bus_message* m) {
+                                 sd_bus_message_append(m, "aa{sv}", 1, 2, "yes", "b", 1, "date",
+                                                       "(d)", 2.5);
+                               }));
+  EXPECT_EQ(ask(*connect(), "hello"),
+            UserInfo(Dictionary{{"yes", true}, {"date", WallTime(Seconds(2.5))}}));
+}
+
+TEST_F(BusMessages, DoNotTakeALateReplyForTheNextOne) {
+  const RawResponder responder(bus_.address(), [](sd_bus_message* question) {
+    static sd_bus_message* first = nullptr;
+    if (!first) {
+      first = sd_bus_message_ref(question);
+      return;
+    }
+    sd_bus_reply_method_return(first, "aa{sv}", 1, 1, "number", "x", std::int64_t{1});
+    sd_bus_reply_method_return(question, "aa{sv}", 1, 1, "number", "x", std::int64_t{2});
+  });
+  auto connection = connect(shortTimeout);
+  EXPECT_EQ(ask(*connection, "first"), std::nullopt);
+  UserInfo second;
+  for (int i = 0; i < 100 && !second; ++i)  // a slow machine may be late once more
+    second = ask(*connection, "second");
+  EXPECT_EQ(second, UserInfo(Dictionary{{"number", 2}}));
+}
+
+// --- Questions that make no sense ----------------------------------------------------------------
+
+struct MalformedQuestion {
+  const char* name;
+  std::function<void(sd_bus_message*)> fill;
+};
+
+std::vector<MalformedQuestion> malformedQuestions() {
+  const auto begin = [](sd_bus_message* m) { sd_bus_message_append(m, "ss", testChannel, "echo"); };
+  return {
+      {"nothing", [](sd_bus_message*) {}},
+      {"a number", [](sd_bus_message* m) { sd_bus_message_append(m, "i", 1); }},
+      {"no user info", begin},
+      {"a bare dictionary",
+       [](sd_bus_message* m) { sd_bus_message_append(m, "ssa{sv}", testChannel, "echo", 0); }},
+      {"two dictionaries",
+       [](sd_bus_message* m) {
+         sd_bus_message_append(m, "ssaa{sv}", testChannel, "echo", 2, 0, 0);
+       }},
+      {"an unknown type",
+       [](sd_bus_message* m) {
+         sd_bus_message_append(m, "ssaa{sv}", testChannel, "echo", 1, 1, "k", "u", 1u);
+       }},
+      {"too much",
+       [begin](sd_bus_message* m) {
+         begin(m);
+         appendLongText(m, maximumUserInfoSize);
+       }},
+      {"too deep",
+       [begin](sd_bus_message* m) {
+         begin(m);
+         appendDeep(m, 20);
+       }},
+      {"more than the bus carries",
+       [begin](sd_bus_message* m) {
+         begin(m);
+         appendLongText(m, 4 * maximumUserInfoSize);
+       }},
+  };
+}
+
+int askRaw(sd_bus* bus, const char* path, const char* interface, const char* method,
+           const std::function<void(sd_bus_message*)>& fill) {
+  sd_bus_message* question = nullptr;
+  sd_bus_message_new_method_call(bus, &question, springBoardService, path, interface, method);
+  fill(question);
+  const int result = sd_bus_call(bus, question, 0, nullptr, nullptr);
+  sd_bus_message_unref(question);
+  return result;
+}
+
+TEST_F(BusMessages, RefuseQuestionsThatMakeNoSense) {
+  const Responder responder(bus_.address(), echo);
+  for (const MalformedQuestion& question : malformedQuestions()) {
+    const RawBus bus(bus_.address());
+    EXPECT_LT(askRaw(bus.get(), protocol::objectPath, protocol::messagesInterface,
+                     protocol::askMethod, question.fill),
+              0)
+        << question.name;
+  }
+  const auto sane = [](sd_bus_message* m) {
+    sd_bus_message_append(m, "ssaa{sv}", testChannel, "echo", 0);
+  };
+  const RawBus bus(bus_.address());
+  EXPECT_LT(askRaw(bus.get(), "/other", protocol::messagesInterface, protocol::askMethod, sane), 0);
+  EXPECT_LT(askRaw(bus.get(), protocol::objectPath, "org.example", protocol::askMethod, sane), 0);
+  EXPECT_LT(askRaw(bus.get(), protocol::objectPath, protocol::messagesInterface, "Other", sane), 0);
+  EXPECT_EQ(ask(*connect(), "count"), UserInfo(Dictionary{{"count", 0}}));
+  EXPECT_GE(askRaw(bus.get(), protocol::objectPath, protocol::messagesInterface,
+                   protocol::askMethod, sane),
+            0);
+}
+
+}  // namespace
+}  // namespace sentrel::bus

@@ -1,0 +1,104 @@
+#include "tests/support/BusTesting.h"
+
+#include <signal.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <stdexcept>
+#include <utility>
+
+namespace sentrel::bus {
+namespace {
+
+class Watch final : public RunLoop::Source {
+ public:
+  Watch(RunLoop& loop, std::function<bool()> condition)
+      : loop_(loop), condition_(std::move(condition)) {}
+
+  Wish prepare() override {
+    holds = condition_();
+    if (holds) loop_.stop();
+    Wish wish;
+    wish.timeout = deadline_ - std::chrono::steady_clock::now();
+    return wish;
+  }
+
+  void dispatch() override { loop_.stop(); }
+
+  bool holds = false;
+
+ private:
+  RunLoop& loop_;
+  std::function<bool()> condition_;
+  std::chrono::steady_clock::time_point deadline_ = std::chrono::steady_clock::now() + patience;
+};
+
+std::string readAll(int descriptor) {
+  std::string text;
+  std::array<char, 256> buffer;
+  ssize_t count = 0;
+  while ((count = read(descriptor, buffer.data(), buffer.size())) > 0)
+    text.append(buffer.data(), static_cast<std::size_t>(count));
+  return text;
+}
+
+}  // namespace
+
+bool runUntil(RunLoop& loop, std::function<bool()> condition) {
+  const auto watch = std::make_shared<Watch>(loop, std::move(condition));
+  loop.add(watch);
+  loop.run();
+  return watch->holds;
+}
+
+ChildProcess::ChildProcess(const std::function<void(const Ready& ready)>& body) {
+  int ends[2];
+  if (pipe(ends) != 0) throw std::runtime_error("no pipe");
+  process_ = fork();
+  if (process_ == 0) {
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    close(ends[0]);
+    try {
+      body([&ends](const std::string& text) {
+        if (write(ends[1], text.data(), text.size()) < 0) _exit(1);
+        close(std::exchange(ends[1], -1));
+      });
+    } catch (const std::exception& error) {
+      fprintf(stderr, "child: %s\n", error.what());
+    }
+    _exit(0);
+  }
+  close(ends[1]);
+  said_ = readAll(ends[0]);
+  close(ends[0]);
+}
+
+void ChildProcess::end() {
+  if (process_ <= 0) return;
+  kill(process_, SIGKILL);
+  waitpid(std::exchange(process_, -1), nullptr, 0);
+}
+
+Responder::Responder(const std::string& address, const Answer& answer)
+    : ChildProcess([&](const Ready& ready) {
+        const auto loop = std::make_shared<RunLoop>();
+        BusConnection::Options options;
+        options.address = address;
+        BusConnection connection(loop, std::move(options));
+        connection.serve(springBoardService, testChannel,
+                         [&](const std::string& message, const UserInfo& userInfo) {
+                           return answer(connection, message, userInfo);
+                         });
+        ready("ready");
+        loop->run();
+      }) {}
+
+RawBus::RawBus(const std::string& address) {
+  if (sd_bus_new(&bus_) < 0 || sd_bus_set_address(bus_, address.c_str()) < 0 ||
+      sd_bus_set_bus_client(bus_, 1) < 0 || sd_bus_start(bus_) < 0)
+    throw std::runtime_error("no bus at " + address);
+}
+
+}  // namespace sentrel::bus
