@@ -36,6 +36,9 @@ struct BridgeState {
   std::shared_ptr<BiometricMatchAssertion> matchAssertion;
   std::shared_ptr<PresenceDetectOperation> presenceDetectOperation;
 
+  /// The logging library, once it was asked for: what it does, it does only while it is open.
+  std::shared_ptr<DynamicLibrary> messageLog;
+
   /// Who stands in where no observer is named.
   std::weak_ptr<BiometricObserver> defaultObserver;
 
