@@ -56,10 +56,9 @@ bool SNUtils::isFingerOn() {
 }
 
 bool SNUtils::isDarkModeEnabled() {
-  if (isSpringBoard()) {
-    const auto style = currentPlatform().system->mainScreenInterfaceStyle();
-    if (style) return *style == UIUserInterfaceStyle::dark;
-  }
+  const auto& screen = currentPlatform().screen;
+  const auto style = screen && isSpringBoard() ? screen->userInterfaceStyle() : std::nullopt;
+  if (style) return *style == UIUserInterfaceStyle::dark;
   return ask<messages::IsDarkModeEnabled>();
 }
 

@@ -24,6 +24,7 @@
 #include "sentrel/platform/ProcessSpawner.h"
 #include "sentrel/platform/PropertyListFiles.h"
 #include "sentrel/platform/QVUtils.h"
+#include "sentrel/platform/Screen.h"
 #include "sentrel/platform/SystemFacts.h"
 #include "sentrel/platform/SystemLog.h"
 #include "sentrel/platform/WiFi.h"
@@ -53,6 +54,9 @@ struct Platform {
   std::shared_ptr<ProcessSpawner> spawner;
   std::shared_ptr<OperationQueues> operationQueues;
   std::shared_ptr<LocalAuthentication> localAuthentication;
+
+  /// Null in a process that has no user interface.
+  std::shared_ptr<Screen> screen;
 
   std::shared_ptr<QVUtils> qvUtils;
   std::shared_ptr<SpringBoardApplication> springBoard;
