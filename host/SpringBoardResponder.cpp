@@ -1,6 +1,7 @@
 #include "host/SpringBoardResponder.h"
 
 #include "sentrel/bridge/MessageCoding.h"
+#include "sentrel/bridge/SNUtils.h"
 #include "sentrel/controller/SentrelController.h"
 #include "sentrel/settings/SNWiFiManager.h"
 
@@ -10,6 +11,30 @@ namespace {
 template <class T>
 UserInfo replyWith(const std::optional<T>& value) {
   return value ? encodeMessageData(*value) : UserInfo(PropertyList::Dictionary());
+}
+
+UserInfo replyWith(bool value) {
+  return encodeMessageData(value);
+}
+
+/// Answers with what `question` says of the device.
+template <class Reply>
+std::function<UserInfo(const UserInfo&)> answerTo(Reply (*question)()) {
+  return [question](const UserInfo&) { return replyWith(question()); };
+}
+
+/// Answers with what `question` says of the identifier that was sent; a request without one asks
+/// about nothing.
+template <class Reply>
+std::function<UserInfo(const UserInfo&)> answerTo(Reply (*question)(const std::string&)) {
+  return [question](const UserInfo& userInfo) {
+    return replyWith(question(decodeText(userInfo).value_or("")));
+  };
+}
+
+UserInfo suspendFrontMostApp(const UserInfo&) {
+  SNUtils::suspendFrontMostApp();
+  return std::nullopt;
 }
 
 /// The key that a session message names; a folder record is a new key each time.
@@ -45,6 +70,18 @@ SpringBoardResponder::SpringBoardResponder(LogSink logSink) {
   const auto answer = [this]<class Message>(Message, Answer computed) {
     answers_.emplace(Message::name, std::move(computed));
   };
+  answer(messages::AppName(), answerTo(SNUtils::appName));
+  answer(messages::IsTouchIDSupported(), answerTo(SNUtils::isBioMetricsSupported));
+  answer(messages::IsPasscodeSet(), answerTo(SNUtils::isDeviceHasPasscode));
+  answer(messages::ParentFolderProtected(), answerTo(SNUtils::protectedFolderData));
+  answer(messages::HasParentFolder(), answerTo(SNUtils::hasAnyParentFolder));
+  answer(messages::IsSystemApplication(), answerTo(SNUtils::isSystemApplication));
+  answer(messages::IsApplication(), answerTo(SNUtils::isApplication));
+  answer(messages::IsHiddenApplication(), answerTo(SNUtils::isHiddenApp));
+  answer(messages::IsDeviceLocked(), answerTo(SNUtils::isDeviceLocked));
+  answer(messages::IsDarkModeEnabled(), answerTo(SNUtils::isDarkModeEnabled));
+  answer(messages::IsFingerOn(), answerTo(SNUtils::isFingerOn));
+  answer(messages::SuspendFrontMostApp(), suspendFrontMostApp);
   answer(messages::Unlocked(), recordUnlock);
   answer(messages::LastUnlocked(), answerLastUnlocked);
   answer(messages::KnownNetworks(), answerKnownNetworks);
@@ -58,7 +95,12 @@ SpringBoardResponder::SpringBoardResponder(LogSink logSink) {
 UserInfo SpringBoardResponder::operator()(const std::string& message,
                                           const UserInfo& userInfo) const {
   const auto answer = answers_.find(message);
-  return answer == answers_.end() ? std::nullopt : answer->second(userInfo);
+  if (answer == answers_.end()) return std::nullopt;
+  try {
+    return answer->second(userInfo);
+  } catch (const PlatformException&) {
+    return std::nullopt;
+  }
 }
 
 }  // namespace sentrel::host

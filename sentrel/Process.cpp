@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <utility>
 
+#include "sentrel/bridge/BridgeState.h"
 #include "sentrel/controller/SentrelController.h"
 #include "sentrel/settings/SNSettings.h"
 #include "sentrel/settings/SNWiFiManager.h"
@@ -72,6 +73,10 @@ SentrelController& Process::controller() {
 
 const BridgeSettings& Process::bridgeSettings() {
   return settings();
+}
+
+BridgeState& Process::bridgeState() {
+  return bridgeState_.get([this] { return std::make_shared<BridgeState>(platform_); });
 }
 
 }  // namespace sentrel

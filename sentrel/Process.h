@@ -9,6 +9,7 @@
 namespace sentrel {
 
 class BridgeSettings;
+struct BridgeState;
 class SNSettings;
 class SNWiFiManager;
 class SentrelController;
@@ -54,6 +55,9 @@ class SENTREL_API Process {
   /// The narrow view by which the bridge reaches the settings above it.
   const BridgeSettings& bridgeSettings();
 
+  /// What the bridge keeps for this process.
+  BridgeState& bridgeState();
+
  private:
   template <class T>
   class Shared {
@@ -76,6 +80,7 @@ class SENTREL_API Process {
   Shared<SNSettings> settings_;
   Shared<SNWiFiManager> wifiManager_;
   Shared<SentrelController> controller_;
+  Shared<BridgeState> bridgeState_;
 };
 
 }  // namespace sentrel

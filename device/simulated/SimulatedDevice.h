@@ -3,10 +3,18 @@
 #include <memory>
 #include <string>
 
+#include "device/simulated/Journal.h"
+#include "device/simulated/SimulatedApplications.h"
 #include "device/simulated/SimulatedFiles.h"
+#include "device/simulated/SimulatedHomeScreen.h"
+#include "device/simulated/SimulatedLock.h"
 #include "device/simulated/SimulatedMessages.h"
 #include "device/simulated/SimulatedNotifications.h"
 #include "device/simulated/SimulatedProcess.h"
+#include "device/simulated/SimulatedScreen.h"
+#include "device/simulated/SimulatedSensor.h"
+#include "device/simulated/SimulatedServices.h"
+#include "device/simulated/SimulatedSystem.h"
 #include "device/simulated/VirtualTimeline.h"
 
 namespace sentrel::simulated {
@@ -27,8 +35,29 @@ class SimulatedDevice {
   MessageHub& messages() noexcept { return *messages_; }
   WiFiState& wifi() noexcept { return *wifi_; }
 
+  /// What was done with the lock, the applications, the sensor, the libraries and the programs.
+  Journal& journal() noexcept { return *journal_; }
+  SystemState& system() noexcept { return *system_; }
+  SimulatedScreen& screen() noexcept { return *screen_; }
+  SimulatedSensor& sensor() noexcept { return *sensor_; }
+  SimulatedLock& lock() noexcept { return *lock_; }
+  SimulatedApplications& applications() noexcept { return *applications_; }
+  SimulatedHomeScreen& homeScreen() noexcept { return *homeScreen_; }
+  SimulatedLibraries& libraries() noexcept { return *libraries_; }
+  SimulatedSystemLog& systemLog() noexcept { return *systemLog_; }
+  SimulatedSwitchPanel& switchPanel() noexcept { return *switchPanel_; }
+
+  /// Gives a process everything that any process has but what is its own.
+  void addCommonParts(Platform& platform) const;
+
+  /// Gives a process the classes that only the home screen's has, as its system version has them.
+  /// A test takes some away again, or gives them to another process.
+  void addSpringBoardClasses(Platform& platform) const;
+
  private:
   friend class SimulatedProcess;
+
+  void addSensorClasses(Platform& platform, int version) const;
 
   std::shared_ptr<VirtualTimeline> timeline_;
   std::shared_ptr<SimulatedFiles> files_;
@@ -36,6 +65,16 @@ class SimulatedDevice {
   std::shared_ptr<NotificationHub> distributed_;
   std::shared_ptr<MessageHub> messages_;
   std::shared_ptr<WiFiState> wifi_;
+  std::shared_ptr<Journal> journal_;
+  std::shared_ptr<SystemState> system_;
+  std::shared_ptr<SimulatedScreen> screen_;
+  std::shared_ptr<SimulatedSensor> sensor_;
+  std::shared_ptr<SimulatedLock> lock_;
+  std::shared_ptr<SimulatedApplications> applications_;
+  std::shared_ptr<SimulatedHomeScreen> homeScreen_;
+  std::shared_ptr<SimulatedLibraries> libraries_;
+  std::shared_ptr<SimulatedSystemLog> systemLog_;
+  std::shared_ptr<SimulatedSwitchPanel> switchPanel_;
 };
 
 }  // namespace sentrel::simulated

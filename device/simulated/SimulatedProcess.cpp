@@ -2,8 +2,6 @@
 
 #include "device/simulated/SimulatedDevice.h"
 #include "device/simulated/SimulatedMainQueue.h"
-#include "device/storage/GLibCaseMapping.h"
-#include "device/storage/OpenSslCryptography.h"
 
 namespace sentrel::simulated {
 namespace {
@@ -21,13 +19,11 @@ SimulatedProcess::SimulatedProcess(SimulatedDevice& device, const std::string& b
     return std::make_shared<SimulatedNotificationCenter>(std::move(hub), queue, payload);
   };
   Platform platform;
+  device.addCommonParts(platform);
+  if (bundleIdentifier == springBoardBundleIdentifier) device.addSpringBoardClasses(platform);
   platform.mainBundle = mainBundle_;
-  platform.clock = device.timeline_;
   platform.mainQueue = queue;
-  platform.files = device.files_;
-  platform.propertyListFiles = device.files_;
-  platform.cryptography = std::make_shared<storage::OpenSslCryptography>();
-  platform.caseMapping = std::make_shared<storage::GLibCaseMapping>();
+  platform.operationQueues = std::make_shared<SimulatedOperationQueues>(queue);
   platform.darwinCenter = center(device.darwin_, Payload::dropped);
   platform.distributedCenter = center(device.distributed_, Payload::carried);
   platform.localCenter = center(std::make_shared<NotificationHub>(), Payload::carried);

@@ -142,6 +142,10 @@ std::optional<PropertyList> SNSettings::valueForKey(std::string_view key) const 
   return stored ? std::optional(*stored) : std::nullopt;
 }
 
+bool SNSettings::shouldUsePasscodeOnly() const noexcept {
+  return values_.usePasscodeOnly && values_.passcode && !values_.passcode->empty();
+}
+
 std::string SNSettings::callerNameText() const {
   if (values_.callerNameText) return *values_.callerNameText;
   return std::string(platform_.mainBundle->localizedString("Someone is calling you"));

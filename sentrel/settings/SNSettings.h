@@ -97,6 +97,9 @@ class SENTREL_API SNSettings final : public BridgeSettings {
   bool isLoggingEnabled() const noexcept override { return values_.loggingEnabled; }
   void setLoggingEnabled(bool value) noexcept { values_.loggingEnabled = value; }
 
+  bool shouldUsePasscodeOnly() const noexcept override;
+  void setUsePasscodeOnly(bool value) noexcept { values_.usePasscodeOnly = value; }
+
   /// Minutes.
   double rememberUnlockSessionTime() const noexcept { return values_.rememberUnlockSessionTime; }
   void setRememberUnlockSessionTime(double minutes) noexcept {

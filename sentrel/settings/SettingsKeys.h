@@ -3,6 +3,7 @@
 #include <span>
 #include <string_view>
 
+#include "sentrel/bridge/FolderKeys.h"
 #include "sentrel/platform/Export.h"
 
 namespace sentrel {
@@ -56,15 +57,6 @@ inline constexpr std::string_view trustedNetworks = "SentrelTrustedNetworks";
 inline constexpr std::string_view enableLogging = "SentrelEnableLogging";
 
 }  // namespace settings_keys
-
-/// The entries of a folder record and of the icons in it.
-namespace folder_keys {
-
-inline constexpr std::string_view displayName = "SentrelFolderDisplayName";
-inline constexpr std::string_view allIcons = "SentrelAllIcons";
-inline constexpr std::string_view bundleIdentifier = "SentrelBundleIdentifier";
-
-}  // namespace folder_keys
 
 /// What the file is expected to hold under a key. Readers are lenient; this is what a writer of
 /// the file, or a check of it, goes by.

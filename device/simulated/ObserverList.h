@@ -1,0 +1,36 @@
+#pragma once
+
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "sentrel/platform/BiometricObserver.h"
+
+namespace sentrel::simulated {
+
+/// Observers in the order in which they were added, none of them kept alive.
+class ObserverList {
+ public:
+  using Observer = std::shared_ptr<BiometricObserver>;
+
+  std::vector<Observer> alive() const {
+    std::vector<Observer> found;
+    for (const auto& entry : entries_)
+      if (auto observer = entry.lock()) found.push_back(std::move(observer));
+    return found;
+  }
+
+  void add(const Observer& observer) {
+    remove(observer);
+    entries_.push_back(observer);
+  }
+
+  void remove(const Observer& observer) {
+    std::erase_if(entries_, [&observer](const auto& entry) { return entry.lock() == observer; });
+  }
+
+ private:
+  std::vector<std::weak_ptr<BiometricObserver>> entries_;
+};
+
+}  // namespace sentrel::simulated

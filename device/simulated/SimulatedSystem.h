@@ -1,0 +1,31 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "sentrel/platform/SystemFacts.h"
+
+namespace sentrel::simulated {
+
+/// What kind of device it is. The version is settled before the first process starts: it decides
+/// which classes and operations a process finds.
+struct SystemState {
+  std::string version = "14.0";
+  std::string model = "iPhone10,3";
+  std::size_t connectedScenes = 1;
+  bool canUseAlertView = false;
+};
+
+class SimulatedSystemFacts final : public SystemFacts {
+ public:
+  explicit SimulatedSystemFacts(std::shared_ptr<const SystemState> state)
+      : state_(std::move(state)) {}
+
+  std::string systemVersion() const override { return state_->version; }
+
+ private:
+  std::shared_ptr<const SystemState> state_;
+};
+
+}  // namespace sentrel::simulated

@@ -1,0 +1,68 @@
+#include "sentrel/bridge/Ask.h"
+#include "sentrel/bridge/Current.h"
+
+namespace sentrel {
+namespace {
+
+std::shared_ptr<SBApplication> findApplication(const SBApplicationController& controller,
+                                               const std::string& identifier) {
+  if (controller.applicationWithDisplayIdentifier)
+    return controller.applicationWithDisplayIdentifier(identifier);
+  return controller.applicationWithBundleIdentifier
+             ? controller.applicationWithBundleIdentifier(identifier)
+             : nullptr;
+}
+
+std::optional<std::string> nameOf(const DisplayItem& item) {
+  return item.displayName ? item.displayName() : std::nullopt;
+}
+
+bool isName(const std::optional<std::string>& name) {
+  return name && !name->empty();
+}
+
+}  // namespace
+
+std::optional<std::string> SNUtils::appName(const std::string& bundleIdentifier) {
+  if (bundleIdentifier.empty()) return std::nullopt;
+  if (!isSpringBoard()) return ask<messages::AppName>(bundleIdentifier);
+  const auto& controller = currentPlatform().applicationController;
+  const auto application = controller ? findApplication(*controller, bundleIdentifier) : nullptr;
+  return application ? nameOf(*application) : std::nullopt;
+}
+
+bool SNUtils::isSystemApplication(const std::string& bundleIdentifier) {
+  if (bundleIdentifier.empty()) return false;
+  const auto& controller = currentPlatform().applicationController;
+  if (!controller) return ask<messages::IsSystemApplication>(bundleIdentifier);
+  const auto application = findApplication(*controller, bundleIdentifier);
+  return application && application->isSystemApplication();
+}
+
+bool SNUtils::isApplication(const std::string& bundleIdentifier) {
+  if (bundleIdentifier.empty()) return false;
+  const auto& controller = currentPlatform().applicationController;
+  if (!controller) return ask<messages::IsApplication>(bundleIdentifier);
+  try {
+    return findApplication(*controller, bundleIdentifier) != nullptr;
+  } catch (const PlatformException&) {
+    return false;
+  }
+}
+
+bool SNUtils::isHiddenApp(const std::string& bundleIdentifier) {
+  if (bundleIdentifier.empty()) return false;
+  const Platform& platform = currentPlatform();
+  if (!platform.applicationController) return ask<messages::IsHiddenApplication>(bundleIdentifier);
+  return platform.qvUtils && platform.qvUtils->isHiddenApp(bundleIdentifier);
+}
+
+std::optional<std::string> SNUtils::displayName(const DisplayItem& item) {
+  if (auto name = nameOf(item); isName(name)) return name;
+  const auto application = item.application ? item.application() : nullptr;
+  if (!application) return std::nullopt;
+  auto name = nameOf(*application);
+  return isName(name) ? name : std::nullopt;
+}
+
+}  // namespace sentrel

@@ -1,0 +1,49 @@
+#include <string>
+
+#include "sentrel/bridge/Current.h"
+#include "sentrel/bridge/SNUtils.h"
+
+namespace sentrel {
+namespace {
+
+bool isExtensionInstalled(const std::string& fileName) {
+  return currentPlatform().files->fileExists("/Library/MobileSubstrate/DynamicLibraries/" +
+                                             fileName);
+}
+
+/// The first number of the model name behind "iPhone": 10 of "iPhone10,3".
+std::int64_t modelNumber(std::string platform) {
+  constexpr std::string_view family = "iPhone";
+  for (auto at = platform.find(family); at != std::string::npos; at = platform.find(family))
+    platform.erase(at, family.size());
+  return PropertyList(platform.substr(0, platform.find(','))).integerValue();
+}
+
+}  // namespace
+
+bool SNUtils::isTweakInstalled(const std::string& path) {
+  const FileSystem& files = *currentPlatform().files;
+  return files.fileExists(path) && files.fileExists(path);
+}
+
+bool SNUtils::isFlipSwitchInstalled() {
+  return isExtensionInstalled("Flipswitch.dylib") &&
+         isExtensionInstalled("FlipControlCenter.dylib");
+}
+
+bool SNUtils::isSentrelInstalled() {
+  return isExtensionInstalled("Sentrel.dylib");
+}
+
+bool SNUtils::isCallBarInstalled() {
+  return isExtensionInstalled("CallBarX.dylib") && isExtensionInstalled("InCallCallBar.dylib");
+}
+
+bool SNUtils::isLockDownInstalled() {
+  constexpr std::int64_t firstModelWithout = 11;
+  const auto& quorvin = currentPlatform().qvUtils;
+  if (quorvin && modelNumber(quorvin->platform()) >= firstModelWithout) return false;
+  return isExtensionInstalled("lockdown.dylib");
+}
+
+}  // namespace sentrel
