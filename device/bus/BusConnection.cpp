@@ -57,6 +57,7 @@ class BusConnection::Link final : public RunLoop::Source,
   void post(BusNotificationKind kind, const Notification& notification);
   Observation addObserver(BusNotificationKind kind, const std::string& name,
                           NotificationCenter::Observer observer);
+  void catchUp();
 
   Wish prepare() override;
   void dispatch() override;
@@ -342,6 +343,22 @@ void BusConnection::Link::receiveNotification(sdbus::Message& signal) {
   }
 }
 
+/// The bus handles what it gets in order, so its answer to a question of ours comes behind whatever
+/// was posted before.
+void BusConnection::Link::catchUp() {
+  std::lock_guard lock(mutex_);
+  if (!bus_) return;
+  try {
+    const auto daemon = sdbus::createProxy(*bus_, "org.freedesktop.DBus", "/org/freedesktop/DBus");
+    auto call = daemon->createMethodCall("org.freedesktop.DBus", "GetId");
+    call.send(microseconds(options_.replyTimeout));
+    while (bus_ && bus_->processPendingRequest()) {
+    }
+  } catch (const sdbus::Error& error) {
+    note(error);
+  }
+}
+
 // --- The handle ----------------------------------------------------------------------------------
 
 BusConnection::BusConnection(std::shared_ptr<RunLoop> loop, Options options)
@@ -373,6 +390,10 @@ void BusConnection::post(BusNotificationKind kind, const Notification& notificat
 Observation BusConnection::addObserver(BusNotificationKind kind, const std::string& name,
                                        NotificationCenter::Observer observer) {
   return link_->addObserver(kind, name, std::move(observer));
+}
+
+void BusConnection::catchUp() {
+  link_->catchUp();
 }
 
 }  // namespace sentrel::bus

@@ -65,6 +65,10 @@ class BusConnection {
   Observation addObserver(BusNotificationKind kind, const std::string& name,
                           NotificationCenter::Observer observer);
 
+  /// Waits, no longer than the time-out, until the bus has taken everything posted here before, and
+  /// until everything that others posted before is queued on the main queue.
+  void catchUp();
+
  private:
   class Link;
 

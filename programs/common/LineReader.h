@@ -1,0 +1,34 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "device/bus/RunLoop.h"
+
+namespace sentrel::programs {
+
+/// Hands the lines of standard input to a handler, on the run loop's thread, and stops the loop at
+/// the end of the input if asked to. Lines over 64 KiB are cut there.
+class LineReader final : public bus::RunLoop::Source {
+ public:
+  enum class AtEnd { stop, goOn };
+  using Handler = std::function<void(const std::string& line)>;
+
+  LineReader(bus::RunLoop& loop, AtEnd atEnd, Handler handler)
+      : loop_(loop), atEnd_(atEnd), handler_(std::move(handler)) {}
+
+  Wish prepare() override;
+  void dispatch() override;
+
+ private:
+  void handleLines();
+
+  bus::RunLoop& loop_;
+  AtEnd atEnd_;
+  Handler handler_;
+  std::string pending_;
+  bool open_ = true;
+};
+
+}  // namespace sentrel::programs

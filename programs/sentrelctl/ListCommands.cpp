@@ -1,0 +1,53 @@
+#include <algorithm>
+
+#include "programs/common/CommandLine.h"
+#include "programs/sentrelctl/Command.h"
+#include "programs/sentrelctl/SettingsFile.h"
+
+namespace sentrel::sentrelctl {
+namespace {
+
+using programs::ExitCode;
+using programs::UsageError;
+
+const SettingsKey& requireList(const std::string& name) {
+  const SettingsKey& key = requireKey(name);
+  if (key.type != SettingsType::stringArray) throw UsageError(name + " is no list of texts");
+  return key;
+}
+
+PropertyList::Array currentList(const Context& context, std::string_view key) {
+  const auto file = readSettingsFile(context);
+  const auto* elements = find<PropertyList::Array>(file, key);
+  return elements ? *elements : PropertyList::Array();
+}
+
+ExitCode add(const Context& context, const Arguments& arguments) {
+  const SettingsKey& key = requireList(arguments[0]);
+  PropertyList::Array elements = currentList(context, key.name);
+  if (std::ranges::find(elements, PropertyList(arguments[1])) == elements.end())
+    elements.emplace_back(arguments[1]);
+  changeSetting(context, key.name, std::move(elements));
+  return programs::exitDone;
+}
+
+ExitCode drop(const Context& context, const Arguments& arguments) {
+  const SettingsKey& key = requireList(arguments[0]);
+  PropertyList::Array elements = currentList(context, key.name);
+  if (std::erase(elements, PropertyList(arguments[1])) == 0) return programs::exitNo;
+  changeSetting(context, key.name, std::move(elements));
+  return programs::exitDone;
+}
+
+constexpr Command commands[] = {
+    {"add", "KEY ITEM", "adds ITEM to a list that does not hold it", 2, 2, add},
+    {"drop", "KEY ITEM", "drops ITEM from a list; exit code 1 where it is not in it", 2, 2, drop},
+};
+
+}  // namespace
+
+std::span<const Command> listCommands() {
+  return commands;
+}
+
+}  // namespace sentrel::sentrelctl

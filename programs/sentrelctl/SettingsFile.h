@@ -1,0 +1,26 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "programs/sentrelctl/Command.h"
+#include "sentrel/settings/SettingsKeys.h"
+
+namespace sentrel::sentrelctl {
+
+/// The known key of that name; throws UsageError for any other.
+const SettingsKey& requireKey(const std::string& name);
+
+/// The settings file as it stands; throws ProgramError with the reason when it cannot be read.
+PropertyList::Dictionary readSettingsFile(const Context& context);
+
+/// Stores `value` under `key` through the library, or removes the key, and tells every process.
+/// Throws ProgramError with the reason when the file could not be changed.
+void changeSetting(const Context& context, std::string_view key,
+                   std::optional<PropertyList> value);
+
+/// What a person would write for a value of one of the file's types.
+std::string shown(const PropertyList& value);
+
+}  // namespace sentrel::sentrelctl

@@ -1,0 +1,132 @@
+#include <charconv>
+#include <cstdio>
+#include <filesystem>
+#include <limits>
+
+#include "device/storage/PlistFiles.h"
+#include "programs/common/CommandLine.h"
+#include "programs/sentrelctl/Command.h"
+#include "programs/sentrelctl/SettingsFile.h"
+#include "sentrel/settings/SNSettings.h"
+
+namespace sentrel::sentrelctl {
+namespace {
+
+using programs::ExitCode;
+using programs::ProgramError;
+using programs::UsageError;
+
+constexpr std::size_t anyNumber = std::numeric_limits<std::size_t>::max();
+
+template <class Number>
+Number numberOf(const std::string& text, const char* kind) {
+  Number number{};
+  const char* end = text.data() + text.size();
+  const auto result = std::from_chars(text.data(), end, number);
+  if (result.ec != std::errc() || result.ptr != end)
+    throw UsageError("\"" + text + "\" is not " + kind);
+  return number;
+}
+
+bool flagOf(const std::string& text) {
+  for (const char* yes : {"YES", "yes", "true", "1"})
+    if (text == yes) return true;
+  for (const char* no : {"NO", "no", "false", "0"})
+    if (text == no) return false;
+  throw UsageError("\"" + text + "\" is neither YES nor NO");
+}
+
+const std::string& singleOf(const Arguments& values) {
+  if (values.size() != 1) throw UsageError("expected exactly one VALUE");
+  return values.front();
+}
+
+PropertyList parseValue(SettingsType type, const Arguments& values) {
+  switch (type) {
+    case SettingsType::boolean:
+      return flagOf(singleOf(values));
+    case SettingsType::real:
+      return numberOf<double>(singleOf(values), "a number");
+    case SettingsType::integer:
+      return numberOf<std::int64_t>(singleOf(values), "a whole number");
+    case SettingsType::string:
+      return singleOf(values);
+    case SettingsType::stringArray:
+      return PropertyList::Array(values.begin(), values.end());
+    case SettingsType::folderArray:
+      break;
+  }
+  throw UsageError("folder records are not set by hand");
+}
+
+ExitCode create(const Context& context, const Arguments&) {
+  const std::string path(settingsFilePath);
+  const auto hostPath = context.root.hostPath(path);
+  if (!hostPath) throw ProgramError("the device root cannot hold " + path);
+  if (std::filesystem::exists(std::filesystem::symlink_status(*hostPath)))
+    throw ProgramError("there is a settings file already: " + *hostPath);
+  std::filesystem::create_directories(std::filesystem::path(*hostPath).parent_path());
+  storage::PlistFiles files(context.root);
+  if (!files.writeDictionary(path, {})) throw ProgramError("could not write " + *hostPath);
+  return programs::exitDone;
+}
+
+ExitCode show(const Context& context, const Arguments&) {
+  for (const auto& [key, value] : readSettingsFile(context))
+    std::printf("%s = %s\n", key.c_str(), shown(value).c_str());
+  return programs::exitDone;
+}
+
+ExitCode get(const Context& context, const Arguments& arguments) {
+  readSettingsFile(context);
+  const auto value = SNSettings::sharedSettings().valueForKey(arguments[0]);
+  if (!value) return programs::exitNo;
+  std::printf("%s\n", shown(*value).c_str());
+  return programs::exitDone;
+}
+
+ExitCode set(const Context& context, const Arguments& arguments) {
+  const SettingsKey& key = requireKey(arguments[0]);
+  const Arguments values(arguments.begin() + 1, arguments.end());
+  changeSetting(context, key.name, parseValue(key.type, values));
+  return programs::exitDone;
+}
+
+ExitCode toggle(const Context& context, const Arguments& arguments) {
+  const SettingsKey& key = requireKey(arguments[0]);
+  if (key.type != SettingsType::boolean)
+    throw UsageError(arguments[0] + " is no switch that could be toggled");
+  readSettingsFile(context);
+  SNSettings& settings = SNSettings::sharedSettings();
+  const auto before = settings.valueForKey(key.name);
+  settings.toggleValue(key.name);
+  const auto after = settings.valueForKey(key.name);
+  if (!after || after == before)
+    throw ProgramError(arguments[0] + " holds no YES or NO that could be toggled; use set");
+  std::printf("%s\n", after->boolValue() ? "YES" : "NO");
+  return programs::exitDone;
+}
+
+ExitCode remove(const Context& context, const Arguments& arguments) {
+  if (!find(readSettingsFile(context), arguments[0])) return programs::exitNo;
+  changeSetting(context, arguments[0], std::nullopt);
+  return programs::exitDone;
+}
+
+constexpr Command commands[] = {
+    {"create", "", "makes an empty settings file where there is none", 0, 0, create},
+    {"show", "", "prints every entry of the file", 0, 0, show},
+    {"get", "KEY", "prints the value under KEY alone; exit code 1 where there is none", 1, 1, get},
+    {"set", "KEY VALUE...", "stores VALUE with the key's type; a list takes several", 1, anyNumber,
+     set},
+    {"toggle", "KEY", "flips a switch and prints its new state", 1, 1, toggle},
+    {"remove", "KEY", "removes the entry; exit code 1 where there is none", 1, 1, remove},
+};
+
+}  // namespace
+
+std::span<const Command> storeCommands() {
+  return commands;
+}
+
+}  // namespace sentrel::sentrelctl

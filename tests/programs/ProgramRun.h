@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace sentrel {
+
+/// What a program left behind.
+struct ProgramResult {
+  int code;
+  std::string output;
+  std::string errors;
+};
+
+/// Runs a program of the build to its end, with nothing on its standard input.
+ProgramResult runProgram(const std::string& name, const std::vector<std::string>& arguments);
+
+}  // namespace sentrel
