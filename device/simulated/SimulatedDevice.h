@@ -47,6 +47,11 @@ class SimulatedDevice {
   SimulatedSystemLog& systemLog() noexcept { return *systemLog_; }
   SimulatedSwitchPanel& switchPanel() noexcept { return *switchPanel_; }
 
+  /// For making further objects that share the device's state.
+  const std::shared_ptr<SimulatedSensor>& sharedSensor() const noexcept { return sensor_; }
+  const std::shared_ptr<SimulatedLock>& sharedLock() const noexcept { return lock_; }
+  const SharedApplications& sharedApplications() const noexcept { return applications_; }
+
   /// Gives a process everything that any process has but what is its own.
   void addCommonParts(Platform& platform) const;
 

@@ -27,6 +27,8 @@ class SimulatedLibraries final : public DynamicLibraries {
     libraries_.insert_or_assign(path, std::move(symbols));
   }
 
+  void remove(const std::string& path) { libraries_.erase(path); }
+
   /// `onLoad` runs in the process that loads the bundle, each time.
   void installBundle(const std::string& path, std::function<void()> onLoad) {
     bundles_.insert_or_assign(path, std::move(onLoad));
