@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -8,8 +9,9 @@ namespace sentrel {
 
 /// Tells whether a text begins with any of a set of lower-case prefixes, without trying them all.
 ///
-/// Of the prefixes only those are kept that begin with no other one: the rest can never decide. In
-/// the sorted list of these, the only one that can begin a text is the last that is not greater.
+/// Of the prefixes only those are kept that begin with no other one: the rest can never decide.
+/// A tree of the places at which these differ leads from a text's own bytes to the only one that
+/// can be its beginning, over as many steps as there are such places on the way.
 class PrefixIndex {
  public:
   PrefixIndex() = default;
@@ -22,7 +24,32 @@ class PrefixIndex {
   bool beginsWithAny(std::string_view text) const noexcept;
 
  private:
+  /// Where to go on: 0 nowhere, n to nodes_[n - 1], -n to prefixes_[n - 1].
+  using Link = std::int32_t;
+
+  /// A place at which prefixes with the same beginning differ, with a link for each byte from the
+  /// lowest to the highest that they have there.
+  struct Node {
+    std::size_t position;
+    std::size_t firstLink;
+    unsigned linkCount;
+    unsigned lowest;
+  };
+
+  /// Prefixes with the same beginning, neighbours in the sorted list, and the link to them.
+  struct Range {
+    std::size_t first;
+    std::size_t last;
+    std::size_t link;
+  };
+
+  void keepDecidingPrefixes();
+  void buildTree();
+  void addNode(const Range& range, std::vector<Range>& pending);
+
   std::vector<std::string> prefixes_;
+  std::vector<Node> nodes_;
+  std::vector<Link> links_;
 };
 
 }  // namespace sentrel

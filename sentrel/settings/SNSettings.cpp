@@ -64,8 +64,8 @@ void replaceIfPresent(PropertyList::Array& list, const PropertyList::Dictionary&
 
 }  // namespace
 
-SNSettings::SNSettings(Platform& platform, UnlockSessions& sessions)
-    : platform_(platform), sessions_(sessions) {
+SNSettings::SNSettings(Platform& platform, UnlockSessions& sessions, SNWiFiManager& wifiManager)
+    : platform_(platform), sessions_(sessions), wifiManager_(wifiManager) {
   loadSettings();
 }
 

@@ -16,6 +16,8 @@
 
 namespace sentrel {
 
+class SNWiFiManager;
+
 /// The user's choices in memory, the only writer of the settings file inside the library, and the
 /// authority on what is protected now.
 ///
@@ -27,8 +29,8 @@ namespace sentrel {
 /// never created or overwritten. Main thread only, but for sharedSettings.
 class SENTREL_API SNSettings final : public BridgeSettings {
  public:
-  /// Loads the settings file. `platform` and `sessions` outlive the settings.
-  SNSettings(Platform& platform, UnlockSessions& sessions);
+  /// Loads the settings file. What is handed in outlives the settings.
+  SNSettings(Platform& platform, UnlockSessions& sessions, SNWiFiManager& wifiManager);
 
   /// The current process's settings.
   static SNSettings& sharedSettings();
@@ -305,6 +307,7 @@ class SENTREL_API SNSettings final : public BridgeSettings {
 
   Platform& platform_;
   UnlockSessions& sessions_;
+  SNWiFiManager& wifiManager_;
   SettingsValues values_;
   std::array<ProtectedItems, itemSetCount> itemSets_;
   PrefixIndex applicationPrefixes_;

@@ -7,7 +7,7 @@
 namespace sentrel {
 
 bool SNSettings::isCurrentlyConnectedToTrustedNetwork() const {
-  const auto network = SNWiFiManager::sharedManager().currentNetWork();
+  const auto network = wifiManager_.currentNetWork();
   const auto* name = network ? find<std::string>(*network, "SSID") : nullptr;
   return name && hasWiFiNetwork(*name);
 }
