@@ -250,12 +250,72 @@ class SENTREL_API SNSettings final : public BridgeSettings {
   bool isUnlockWithAppleWatch() const noexcept;
   void setUnlockWithAppleWatch(bool value) noexcept { values_.unlockWithAppleWatch = value; }
 
-  /// Only with a passcode stored, so that nobody is locked out.
-  bool shouldUsePasscodeOnly() const noexcept;
-  void setUsePasscodeOnly(bool value) noexcept { values_.usePasscodeOnly = value; }
-
   /// Whether the joined network is one of the trusted ones.
   bool isCurrentlyConnectedToTrustedNetwork() const;
+
+  // --- Folders -----------------------------------------------------------------------------
+  //
+  // A folder is known by its content: a record holds its name and its icons. The writers write the
+  // whole list to the file; the result is whether the file took it.
+
+  /// The first stored record that is the folder `record`: it has the same name, and each of its
+  /// icons is still in there. -1 when there is none.
+  std::int64_t matchedFolderDataIndex(const PropertyList& record) const;
+
+  /// Stores `record`, in the place of the stored one that it matches or at the end.
+  bool addToFolders(PropertyList record);
+
+  /// Only for a folder that is stored: throws std::out_of_range for any other, and changes nothing.
+  bool removeFromFolders(const PropertyList& record);
+
+  /// In the stored record that `record` matches, appends the icon `newData` or removes every icon
+  /// equal to it. Without a match nothing is written.
+  bool updateFoldersData(const PropertyList& record, bool add,
+                         const std::optional<PropertyList>& newData);
+
+  /// Puts `newRecord` in the place of the stored record that `record` matches. Without a match
+  /// nothing is written.
+  bool updateFoldersData(const PropertyList& record, PropertyList newRecord);
+  bool updateFoldersData(const PropertyList& record, bool add) = delete;
+
+  bool resetAllFolders();
+
+  /// Whether the folder is stored. A session counts only for this very record.
+  bool hasFolder(const PropertyList& record, bool ignoreAllOther = false) const;
+
+  /// Whether opening the folder needs authentication. Unless all folders are protected, sessions,
+  /// main switch and network count with `ignoreAllOther` as well: the question for its record is
+  /// asked without.
+  bool isFolderProtected(const SBFolder& folder, bool ignoreAllOther = false) const;
+
+  /// The stored record by which the folder that the application lies in is protected, or, for want
+  /// of one while all folders are protected, what SNUtils::protectedFolderData() tells about it.
+  /// None when the application's folder needs no authentication.
+  std::optional<PropertyList> isFolderProtectedForApp(
+      std::optional<std::string_view> bundleIdentifier, bool ignoreAllOther = false) const;
+
+  // --- Passcode ----------------------------------------------------------------------------
+  //
+  // The passcode in memory changes only when the file is loaded again. Whoever is handed a plain
+  // text wipes it.
+
+  /// The stored form of a plain text; none for text that is not UTF-8 and when the cipher fails.
+  std::optional<std::string> encryptString(std::string_view plain) const;
+
+  /// The plain text of a stored form; none for anything that encryptString() cannot have made
+  /// under the same key.
+  std::optional<std::string> decryptString(std::string_view stored) const;
+
+  /// Puts the enciphered passcode into the file; whether the file took it. No passcode, or one that
+  /// is not UTF-8, changes nothing. If the cipher fails, the stored passcode is removed.
+  bool savePasscode(std::optional<std::string_view> plain);
+
+  /// Whether the file took it.
+  bool removePasscode();
+
+  /// Whether `candidate` is exactly the passcode in memory. The time this takes tells nothing about
+  /// where they differ. Without a passcode, or with one that cannot be read, nothing is.
+  bool validatePasscode(std::string_view candidate) const;
 
   // --- Trusted networks --------------------------------------------------------------------
 
@@ -295,12 +355,20 @@ class SENTREL_API SNSettings final : public BridgeSettings {
   /// covers the item.
   bool passesGate(const SessionItem& item) const;
 
+  /// The same for a switch, which also needs the switches' extension on the device.
+  bool passesSwitchGate(const SessionItem& item) const;
+
   /// The same for one of the system's own services.
   bool passesServiceGate(std::string_view serviceName) const;
 
   bool isMember(ItemSet set, std::string_view item, bool ignoreAllOther) const;
   bool belongsToProtectedApplication(std::string_view service) const;
   std::string_view ownSettingsPane() const;
+
+  PropertyList* matchedFolder(const PropertyList& record);
+  bool replaceFolder(PropertyList& stored, PropertyList newRecord);
+  bool writeFolders();
+  const PropertyList* lastFolderWith(std::string_view bundleIdentifier) const;
 
   void loadValues(const PropertyList::Dictionary& file);
   void loadLists(const PropertyList::Dictionary& file);

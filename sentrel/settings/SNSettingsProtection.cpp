@@ -1,3 +1,4 @@
+#include "sentrel/bridge/SNUtils.h"
 #include "sentrel/settings/AsciiCase.h"
 #include "sentrel/settings/SNSettings.h"
 #include "sentrel/settings/SNWiFiManager.h"
@@ -21,6 +22,11 @@ bool SNSettings::passesGate(const SessionItem& item) const {
 bool SNSettings::passesServiceGate(std::string_view serviceName) const {
   return isProtectionActive() &&
          !sessions_.shouldIgnoreAuthentication(platform_.mainBundle->localizedString(serviceName));
+}
+
+bool SNSettings::passesSwitchGate(const SessionItem& item) const {
+  return isProtectionActive() && SNUtils::isFlipSwitchInstalled() &&
+         !sessions_.shouldIgnoreAuthentication(item);
 }
 
 bool SNSettings::isMember(ItemSet set, std::string_view item, bool ignoreAllOther) const {
@@ -47,6 +53,12 @@ std::string_view SNSettings::ownSettingsPane() const {
 bool SNSettings::isSpecifierProtected(std::string_view paneName, bool ignoreAllOther) const {
   const bool skipsGate = ignoreAllOther || paneName == ownSettingsPane();
   return isMember(ItemSet::settings, paneName, skipsGate);
+}
+
+bool SNSettings::isFlipSwitchProtected(std::string_view switchIdentifier,
+                                       bool ignoreAllOther) const {
+  return (ignoreAllOther || passesSwitchGate(switchIdentifier)) &&
+         items(ItemSet::flipSwitches).contains(switchIdentifier);
 }
 
 bool SNSettings::isControlCenterItemProtected(std::string_view itemIdentifier,
@@ -98,10 +110,6 @@ bool SNSettings::isHideCallerInfoOnAttentionAway() const {
 
 bool SNSettings::isUnlockWithAppleWatch() const noexcept {
   return isSentrelEnabled() && values_.unlockWithAppleWatch;
-}
-
-bool SNSettings::shouldUsePasscodeOnly() const noexcept {
-  return values_.usePasscodeOnly && values_.passcode && !values_.passcode->empty();
 }
 
 }  // namespace sentrel
