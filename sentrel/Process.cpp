@@ -59,7 +59,8 @@ Process::Scope::~Scope() {
 }
 
 SNSettings& Process::settings() {
-  return settings_.get([this] { return std::make_shared<SNSettings>(platform_, *sessions_); });
+  return settings_.get(
+      [this] { return std::make_shared<SNSettings>(platform_, *sessions_, wifiManager()); });
 }
 
 SNWiFiManager& Process::wifiManager() {

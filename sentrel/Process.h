@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <memory>
 #include <mutex>
 
@@ -64,13 +65,19 @@ class SENTREL_API Process {
    public:
     template <class Make>
     T& get(Make make) {
-      std::call_once(once_, [&] { object_ = make(); });
+      // Every question of the settings comes by here: the way once it is made is one load.
+      if (T* object = made_.load(std::memory_order_acquire)) return *object;
+      std::call_once(once_, [&] {
+        object_ = make();
+        made_.store(object_.get(), std::memory_order_release);
+      });
       return *object_;
     }
 
    private:
     std::once_flag once_;
     std::shared_ptr<T> object_;
+    std::atomic<T*> made_ = nullptr;
   };
 
   class LateSessions;

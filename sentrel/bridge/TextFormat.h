@@ -18,6 +18,7 @@ class SENTREL_API TextArgument {
   TextArgument(const char* text) : text_(text) {}
   TextArgument(std::integral auto number) : text_(std::to_string(number)) {}
   TextArgument(const PropertyList& value) : text_(describe(value)) {}
+  TextArgument(const PropertyList::Array& value) : text_(describe(value)) {}
   TextArgument(const PropertyList::Dictionary& value) : text_(describe(value)) {}
   template <class T>
   TextArgument(const std::optional<T>& value)

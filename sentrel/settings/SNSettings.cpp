@@ -51,12 +51,6 @@ constexpr Entry<std::optional<std::string>> texts[] = {
     {keys::blurEffectsText, &SettingsValues::blurEffectText},
 };
 
-/// The system's own settings pane: always protected.
-constexpr std::string_view ownSettingsPane = "Sentrel";
-
-/// The system's own on and off switch: never protected.
-constexpr std::string_view ownFlipSwitch = "com.quorvin.sentrel.flipswitch";
-
 std::optional<std::string> textOf(const PropertyList* value) {
   const auto* text = value ? value->as<std::string>() : nullptr;
   return text ? std::optional(*text) : std::nullopt;
@@ -70,8 +64,8 @@ void replaceIfPresent(PropertyList::Array& list, const PropertyList::Dictionary&
 
 }  // namespace
 
-SNSettings::SNSettings(Platform& platform, UnlockSessions& sessions)
-    : platform_(platform), sessions_(sessions) {
+SNSettings::SNSettings(Platform& platform, UnlockSessions& sessions, SNWiFiManager& wifiManager)
+    : platform_(platform), sessions_(sessions), wifiManager_(wifiManager) {
   loadSettings();
 }
 
@@ -103,15 +97,12 @@ void SNSettings::loadValues(const PropertyList::Dictionary& file) {
 }
 
 void SNSettings::loadLists(const PropertyList::Dictionary& file) {
-  protectedApplications_ = ProtectedItems(find(file, keys::applications));
-  protectedNotificationApps_ = ProtectedItems(find(file, keys::notificationApps));
-  protectedSettings_ = ProtectedItems(find(file, keys::settingsBundles));
-  protectedFlipSwitches_ = ProtectedItems(find(file, keys::flipSwitches));
-  protectedControlCenterItems_ = ProtectedItems(find(file, keys::controlCenter));
+  for (std::size_t i = 0; i < itemSetCount; ++i) {
+    const auto set = static_cast<ItemSet>(i);
+    setItems(set, ProtectedItems(find(file, itemSetKey(set))));
+  }
   replaceIfPresent(enabledFolders_, file, keys::folders);
   replaceIfPresent(wifiNetworks_, file, keys::trustedNetworks);
-  protectedSettings_.add(platform_.mainBundle->localizedString(ownSettingsPane));
-  protectedFlipSwitches_.remove(ownFlipSwitch);
 }
 
 bool SNSettings::updateSettingsData(std::string_view key, std::optional<PropertyList> data,

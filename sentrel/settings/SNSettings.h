@@ -1,17 +1,22 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "sentrel/bridge/BridgeSettings.h"
 #include "sentrel/platform/Platform.h"
+#include "sentrel/settings/PrefixIndex.h"
 #include "sentrel/settings/ProtectedItems.h"
 #include "sentrel/settings/SettingsValues.h"
 #include "sentrel/settings/UnlockSessions.h"
 
 namespace sentrel {
+
+class SNWiFiManager;
 
 /// The user's choices in memory, the only writer of the settings file inside the library, and the
 /// authority on what is protected now.
@@ -24,8 +29,8 @@ namespace sentrel {
 /// never created or overwritten. Main thread only, but for sharedSettings.
 class SENTREL_API SNSettings final : public BridgeSettings {
  public:
-  /// Loads the settings file. `platform` and `sessions` outlive the settings.
-  SNSettings(Platform& platform, UnlockSessions& sessions);
+  /// Loads the settings file. What is handed in outlives the settings.
+  SNSettings(Platform& platform, UnlockSessions& sessions, SNWiFiManager& wifiManager);
 
   /// The current process's settings.
   static SNSettings& sharedSettings();
@@ -129,55 +134,251 @@ class SENTREL_API SNSettings final : public BridgeSettings {
   std::string sentrelLabelText() const;
 
   // --- Lists -------------------------------------------------------------------------------
+  //
+  // The system's own settings pane is always in protectedSettings, and its own switch never in
+  // protectedFlipSwitches, whatever was loaded, set or written.
 
-  const ProtectedItems& protectedApplications() const noexcept { return protectedApplications_; }
-  const ProtectedItems& protectedNotificationApps() const noexcept {
-    return protectedNotificationApps_;
+  const ProtectedItems& protectedApplications() const noexcept {
+    return items(ItemSet::applications);
   }
-  const ProtectedItems& protectedSettings() const noexcept { return protectedSettings_; }
-  const ProtectedItems& protectedFlipSwitches() const noexcept { return protectedFlipSwitches_; }
+  void setProtectedApplications(ProtectedItems value) {
+    setItems(ItemSet::applications, std::move(value));
+  }
+  const ProtectedItems& protectedNotificationApps() const noexcept {
+    return items(ItemSet::notificationApps);
+  }
+  void setProtectedNotificationApps(ProtectedItems value) {
+    setItems(ItemSet::notificationApps, std::move(value));
+  }
+  const ProtectedItems& protectedSettings() const noexcept { return items(ItemSet::settings); }
+  void setProtectedSettings(ProtectedItems value) { setItems(ItemSet::settings, std::move(value)); }
+  const ProtectedItems& protectedFlipSwitches() const noexcept {
+    return items(ItemSet::flipSwitches);
+  }
+  void setProtectedFlipSwitches(ProtectedItems value) {
+    setItems(ItemSet::flipSwitches, std::move(value));
+  }
   const ProtectedItems& protectedControlCenterItems() const noexcept {
-    return protectedControlCenterItems_;
+    return items(ItemSet::controlCenterItems);
+  }
+  void setProtectedControlCenterItems(ProtectedItems value) {
+    setItems(ItemSet::controlCenterItems, std::move(value));
   }
 
   /// Folder records in order, whatever the file holds in their place.
   const PropertyList::Array& enabledFolders() const noexcept { return enabledFolders_; }
+  void setEnabledFolders(PropertyList::Array records) { enabledFolders_ = std::move(records); }
 
   /// Names of trusted networks in order, duplicates included.
   const PropertyList::Array& wifiNetworks() const noexcept { return wifiNetworks_; }
+  void setWifiNetworks(PropertyList::Array names) { wifiNetworks_ = std::move(names); }
+
+  // --- Writers of the protected items ------------------------------------------------------
+  //
+  // Each changes the set in memory and then writes the whole set to the file, also when the item
+  // was there already or never was. The result is whether the file took it; memory has changed in
+  // any case.
+
+  bool addToProtectedApps(std::string_view bundleIdentifier);
+  bool removeFromProtectedApps(std::string_view bundleIdentifier);
+
+  /// Spelled so on purpose, like the file's keys.
+  bool addToNoticationCenterApps(std::string_view bundleIdentifier);
+  bool removeFromNoticationCenterApps(std::string_view bundleIdentifier);
+
+  bool addToSettingsSpecifiers(std::string_view paneName);
+  bool removeFromSettingsSpecifiers(std::string_view paneName);
+  bool addToFlipSwitches(std::string_view switchIdentifier);
+  bool removeFromFlipSwitches(std::string_view switchIdentifier);
+  bool addToControlCenterItems(std::string_view itemIdentifier);
+  bool removeFromControlCenterItems(std::string_view itemIdentifier);
 
   // --- Questions: does this need authentication now? ---------------------------------------
   //
   // With `ignoreAllOther` the answer is whether the item is configured as protected, whatever the
-  // main switch, the network and the open sessions say.
+  // main switch, the network and the open sessions say. Nothing is allocated for an answer in the
+  // home-screen process while no network is joined.
 
   /// The process's own application.
   bool isAppProtected() const;
   bool isAppProtected(std::string_view bundleIdentifier, bool ignoreAllOther = false) const;
 
+  /// No identifier is never protected.
+  bool isNotificationsAppProtected(std::optional<std::string_view> bundleIdentifier,
+                                   bool ignoreAllOther = false) const;
+
+  /// A pane of the Settings application, by the name shown there. The system's own pane needs
+  /// authentication always, also while the system is off, on a trusted network or inside a session.
+  bool isSpecifierProtected(std::string_view paneName, bool ignoreAllOther = false) const;
+
+  /// Without the switches' extension on the device, no switch needs authentication.
+  bool isFlipSwitchProtected(std::string_view switchIdentifier, bool ignoreAllOther = false) const;
+
+  bool isControlCenterItemProtected(std::string_view itemIdentifier,
+                                    bool ignoreAllOther = false) const;
+
+  /// Whether the service belongs to a protected application: begins with its identifier, in any
+  /// case of letters. Allocates for a service whose name is not ASCII.
+  bool isSystemServiceProtected(std::string_view service, bool ignoreAllOther = false) const;
+
+  bool isAppArrangementProtected() const;
+  void setAppArrangementProtected(bool value) noexcept { values_.appArrangementProtected = value; }
+  bool isAppSwitcherProtected() const;
+  void setAppSwitcherProtected(bool value) noexcept { values_.appSwitcherProtected = value; }
+  bool isRespringProtected() const;
+  void setRespringProtected(bool value) noexcept { values_.respringProtected = value; }
+  bool isRebootProtected() const;
+  void setRebootProtected(bool value) noexcept { values_.rebootProtected = value; }
+
+  /// By its own flag, or as an application.
+  bool isPhotosProtected() const;
+  void setPhotosProtected(bool value) noexcept { values_.photosProtected = value; }
+
+  /// The caller's name is hidden whatever sessions are open; the two companions hold only with it.
+  bool isCallerIDProtected() const;
+  void setCallerIDProtected(bool value) noexcept { values_.callerIDProtected = value; }
+  bool isCallerIDProtectedRemoveFromLockScreen() const;
+  void setCallerIDProtectedRemoveFromLockScreen(bool value) noexcept {
+    values_.callerIDProtectedRemoveFromLockScreen = value;
+  }
+  bool isHideCallerInfoOnAttentionAway() const;
+  void setHideCallerInfoOnAttentionAway(bool value) noexcept {
+    values_.hideCallerInfoOnAttentionAway = value;
+  }
+
+  /// Whether the paired watch may stand in for a match, while the system is on.
+  bool isUnlockWithAppleWatch() const noexcept;
+  void setUnlockWithAppleWatch(bool value) noexcept { values_.unlockWithAppleWatch = value; }
+
   /// Whether the joined network is one of the trusted ones.
   bool isCurrentlyConnectedToTrustedNetwork() const;
 
+  // --- Folders -----------------------------------------------------------------------------
+  //
+  // A folder is known by its content: a record holds its name and its icons. The writers write the
+  // whole list to the file; the result is whether the file took it.
+
+  /// The first stored record that is the folder `record`: it has the same name, and each of its
+  /// icons is still in there. -1 when there is none.
+  std::int64_t matchedFolderDataIndex(const PropertyList& record) const;
+
+  /// Stores `record`, in the place of the stored one that it matches or at the end.
+  bool addToFolders(PropertyList record);
+
+  /// Only for a folder that is stored: throws std::out_of_range for any other, and changes nothing.
+  bool removeFromFolders(const PropertyList& record);
+
+  /// In the stored record that `record` matches, appends the icon `newData` or removes every icon
+  /// equal to it. Without a match nothing is written.
+  bool updateFoldersData(const PropertyList& record, bool add,
+                         const std::optional<PropertyList>& newData);
+
+  /// Puts `newRecord` in the place of the stored record that `record` matches. Without a match
+  /// nothing is written.
+  bool updateFoldersData(const PropertyList& record, PropertyList newRecord);
+  bool updateFoldersData(const PropertyList& record, bool add) = delete;
+
+  bool resetAllFolders();
+
+  /// Whether the folder is stored. A session counts only for this very record.
+  bool hasFolder(const PropertyList& record, bool ignoreAllOther = false) const;
+
+  /// Whether opening the folder needs authentication. Unless all folders are protected, sessions,
+  /// main switch and network count with `ignoreAllOther` as well: the question for its record is
+  /// asked without.
+  bool isFolderProtected(const SBFolder& folder, bool ignoreAllOther = false) const;
+
+  /// The stored record by which the folder that the application lies in is protected, or, for want
+  /// of one while all folders are protected, what SNUtils::protectedFolderData() tells about it.
+  /// None when the application's folder needs no authentication.
+  std::optional<PropertyList> isFolderProtectedForApp(
+      std::optional<std::string_view> bundleIdentifier, bool ignoreAllOther = false) const;
+
+  // --- Passcode ----------------------------------------------------------------------------
+  //
+  // The passcode in memory changes only when the file is loaded again. Whoever is handed a plain
+  // text wipes it.
+
+  /// The stored form of a plain text; none for text that is not UTF-8 and when the cipher fails.
+  std::optional<std::string> encryptString(std::string_view plain) const;
+
+  /// The plain text of a stored form; none for anything that encryptString() cannot have made
+  /// under the same key.
+  std::optional<std::string> decryptString(std::string_view stored) const;
+
+  /// Puts the enciphered passcode into the file; whether the file took it. No passcode, or one that
+  /// is not UTF-8, changes nothing. If the cipher fails, the stored passcode is removed.
+  bool savePasscode(std::optional<std::string_view> plain);
+
+  /// Whether the file took it.
+  bool removePasscode();
+
+  /// Whether `candidate` is exactly the passcode in memory. The time this takes tells nothing about
+  /// where they differ. Without a passcode, or with one that cannot be read, nothing is.
+  bool validatePasscode(std::string_view candidate) const;
+
   // --- Trusted networks --------------------------------------------------------------------
+
+  /// Appends `name`, also when it is there already.
+  bool addToWiFiNetwork(std::string_view name);
+
+  /// Removes every entry equal to `name`.
+  bool removeFromWiFiNetwork(std::string_view name);
+
+  /// Writes the whole list to the file; whether the file took it.
+  bool updateSettingsWithNetworkData();
 
   bool hasWiFiNetwork(std::string_view name) const;
 
  private:
-  /// Whether the item's own set is to be consulted: the system is on, no trusted network is
-  /// joined and no open session covers the item.
+  /// The sets of protected items, in the order in which they are loaded.
+  enum class ItemSet { applications, notificationApps, settings, flipSwitches, controlCenterItems };
+  static constexpr std::size_t itemSetCount = 5;
+
+  static std::string_view itemSetKey(ItemSet set) noexcept;
+  const ProtectedItems& items(ItemSet set) const noexcept {
+    return itemSets_[static_cast<std::size_t>(set)];
+  }
+  ProtectedItems& items(ItemSet set) noexcept { return itemSets_[static_cast<std::size_t>(set)]; }
+  void setItems(ItemSet set, ProtectedItems value);
+  bool addItem(ItemSet set, std::string_view item);
+  bool removeItem(ItemSet set, std::string_view item);
+  bool writeItems(ItemSet set);
+
+  /// Restores what always holds for a set, and what is derived from it.
+  void itemsChanged(ItemSet set);
+
+  /// Whether the system is on and no trusted network is joined.
+  bool isProtectionActive() const;
+
+  /// Whether the item's own set is to be consulted: protection is active and no open session
+  /// covers the item.
   bool passesGate(const SessionItem& item) const;
+
+  /// The same for a switch, which also needs the switches' extension on the device.
+  bool passesSwitchGate(const SessionItem& item) const;
+
+  /// The same for one of the system's own services.
+  bool passesServiceGate(std::string_view serviceName) const;
+
+  bool isMember(ItemSet set, std::string_view item, bool ignoreAllOther) const;
+  bool belongsToProtectedApplication(std::string_view service) const;
+  std::string_view ownSettingsPane() const;
+
+  PropertyList* matchedFolder(const PropertyList& record);
+  bool replaceFolder(PropertyList& stored, PropertyList newRecord);
+  bool writeFolders();
+  const PropertyList* lastFolderWith(std::string_view bundleIdentifier) const;
 
   void loadValues(const PropertyList::Dictionary& file);
   void loadLists(const PropertyList::Dictionary& file);
 
   Platform& platform_;
   UnlockSessions& sessions_;
+  SNWiFiManager& wifiManager_;
   SettingsValues values_;
-  ProtectedItems protectedApplications_;
-  ProtectedItems protectedNotificationApps_;
-  ProtectedItems protectedSettings_;
-  ProtectedItems protectedFlipSwitches_;
-  ProtectedItems protectedControlCenterItems_;
+  std::array<ProtectedItems, itemSetCount> itemSets_;
+  PrefixIndex applicationPrefixes_;
   PropertyList::Array enabledFolders_;
   PropertyList::Array wifiNetworks_;
 };

@@ -1,14 +1,36 @@
-#include <algorithm>
-
+#include "sentrel/bridge/SNUtils.h"
+#include "sentrel/settings/AsciiCase.h"
 #include "sentrel/settings/SNSettings.h"
 #include "sentrel/settings/SNWiFiManager.h"
+#include "sentrel/settings/ServiceNames.h"
 
 namespace sentrel {
+namespace {
+
+constexpr std::string_view photosBundleIdentifier = "com.apple.mobileslideshow";
+
+}  // namespace
+
+bool SNSettings::isProtectionActive() const {
+  return isSentrelEnabled() && !isCurrentlyConnectedToTrustedNetwork();
+}
 
 bool SNSettings::passesGate(const SessionItem& item) const {
-  if (!isSentrelEnabled()) return false;
-  if (isCurrentlyConnectedToTrustedNetwork()) return false;
-  return !sessions_.shouldIgnoreAuthentication(item);
+  return isProtectionActive() && !sessions_.shouldIgnoreAuthentication(item);
+}
+
+bool SNSettings::passesServiceGate(std::string_view serviceName) const {
+  return isProtectionActive() &&
+         !sessions_.shouldIgnoreAuthentication(platform_.mainBundle->localizedString(serviceName));
+}
+
+bool SNSettings::passesSwitchGate(const SessionItem& item) const {
+  return isProtectionActive() && SNUtils::isFlipSwitchInstalled() &&
+         !sessions_.shouldIgnoreAuthentication(item);
+}
+
+bool SNSettings::isMember(ItemSet set, std::string_view item, bool ignoreAllOther) const {
+  return (ignoreAllOther || passesGate(item)) && items(set).contains(item);
 }
 
 bool SNSettings::isAppProtected() const {
@@ -16,21 +38,78 @@ bool SNSettings::isAppProtected() const {
 }
 
 bool SNSettings::isAppProtected(std::string_view bundleIdentifier, bool ignoreAllOther) const {
-  if (!ignoreAllOther && !passesGate(bundleIdentifier)) return false;
-  return protectedApplications_.contains(bundleIdentifier);
+  return isMember(ItemSet::applications, bundleIdentifier, ignoreAllOther);
 }
 
-bool SNSettings::isCurrentlyConnectedToTrustedNetwork() const {
-  const auto network = SNWiFiManager::sharedManager().currentNetWork();
-  const auto* name = network ? find<std::string>(*network, "SSID") : nullptr;
-  return name && hasWiFiNetwork(*name);
+bool SNSettings::isNotificationsAppProtected(std::optional<std::string_view> bundleIdentifier,
+                                             bool ignoreAllOther) const {
+  return bundleIdentifier && isMember(ItemSet::notificationApps, *bundleIdentifier, ignoreAllOther);
 }
 
-bool SNSettings::hasWiFiNetwork(std::string_view name) const {
-  return std::ranges::any_of(wifiNetworks_, [name](const PropertyList& network) {
-    const auto* stored = network.as<std::string>();
-    return stored && *stored == name;
-  });
+std::string_view SNSettings::ownSettingsPane() const {
+  return platform_.mainBundle->localizedString("Sentrel");
+}
+
+bool SNSettings::isSpecifierProtected(std::string_view paneName, bool ignoreAllOther) const {
+  const bool skipsGate = ignoreAllOther || paneName == ownSettingsPane();
+  return isMember(ItemSet::settings, paneName, skipsGate);
+}
+
+bool SNSettings::isFlipSwitchProtected(std::string_view switchIdentifier,
+                                       bool ignoreAllOther) const {
+  return (ignoreAllOther || passesSwitchGate(switchIdentifier)) &&
+         items(ItemSet::flipSwitches).contains(switchIdentifier);
+}
+
+bool SNSettings::isControlCenterItemProtected(std::string_view itemIdentifier,
+                                              bool ignoreAllOther) const {
+  return isMember(ItemSet::controlCenterItems, itemIdentifier, ignoreAllOther);
+}
+
+bool SNSettings::isSystemServiceProtected(std::string_view service, bool ignoreAllOther) const {
+  return (ignoreAllOther || passesGate(service)) && belongsToProtectedApplication(service);
+}
+
+bool SNSettings::belongsToProtectedApplication(std::string_view service) const {
+  if (isAscii(service)) return applicationPrefixes_.beginsWithAny(service);
+  return applicationPrefixes_.beginsWithAny(platform_.caseMapping->lowercased(service));
+}
+
+bool SNSettings::isAppArrangementProtected() const {
+  return passesServiceGate(service_names::appArrangement) && values_.appArrangementProtected;
+}
+
+bool SNSettings::isAppSwitcherProtected() const {
+  return passesServiceGate(service_names::appSwitcher) && values_.appSwitcherProtected;
+}
+
+bool SNSettings::isRespringProtected() const {
+  return passesServiceGate(service_names::respring) && values_.respringProtected;
+}
+
+bool SNSettings::isRebootProtected() const {
+  return passesServiceGate(service_names::reboot) && values_.rebootProtected;
+}
+
+bool SNSettings::isPhotosProtected() const {
+  return passesServiceGate(service_names::photos) &&
+         (values_.photosProtected || isAppProtected(photosBundleIdentifier));
+}
+
+bool SNSettings::isCallerIDProtected() const {
+  return isProtectionActive() && values_.callerIDProtected;
+}
+
+bool SNSettings::isCallerIDProtectedRemoveFromLockScreen() const {
+  return isCallerIDProtected() && values_.callerIDProtectedRemoveFromLockScreen;
+}
+
+bool SNSettings::isHideCallerInfoOnAttentionAway() const {
+  return isCallerIDProtected() && values_.hideCallerInfoOnAttentionAway;
+}
+
+bool SNSettings::isUnlockWithAppleWatch() const noexcept {
+  return isSentrelEnabled() && values_.unlockWithAppleWatch;
 }
 
 }  // namespace sentrel

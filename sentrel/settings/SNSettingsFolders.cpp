@@ -1,0 +1,118 @@
+#include <algorithm>
+#include <stdexcept>
+
+#include "sentrel/bridge/FolderKeys.h"
+#include "sentrel/bridge/SNUtils.h"
+#include "sentrel/settings/FolderRecord.h"
+#include "sentrel/settings/SNSettings.h"
+#include "sentrel/settings/SettingsKeys.h"
+
+namespace sentrel {
+
+std::int64_t SNSettings::matchedFolderDataIndex(const PropertyList& record) const {
+  if (enabledFolders_.empty()) return -1;
+  const FolderIcons icons(record);
+  const auto match = std::ranges::find_if(enabledFolders_, [&](const PropertyList& stored) {
+    return haveSameDisplayName(stored, record) && icons.holdAllOf(stored);
+  });
+  return match == enabledFolders_.end() ? -1 : match - enabledFolders_.begin();
+}
+
+PropertyList* SNSettings::matchedFolder(const PropertyList& record) {
+  const std::int64_t index = matchedFolderDataIndex(record);
+  return index < 0 ? nullptr : &enabledFolders_[static_cast<std::size_t>(index)];
+}
+
+bool SNSettings::writeFolders() {
+  return updateSettingsData(settings_keys::folders, enabledFolders_, /*postNotification=*/true);
+}
+
+bool SNSettings::addToFolders(PropertyList record) {
+  SNUtils::logMessage("Adding folders info to settings: %@", record);
+  const std::int64_t index = matchedFolderDataIndex(record);
+  SNUtils::logMessage("Got counter as: %ld", index);
+  if (index < 0)
+    enabledFolders_.push_back(std::move(record));
+  else
+    enabledFolders_[static_cast<std::size_t>(index)] = std::move(record);
+  SNUtils::logMessage("After adding self.enabledFolders: %@", enabledFolders_);
+  return writeFolders();
+}
+
+bool SNSettings::removeFromFolders(const PropertyList& record) {
+  SNUtils::logMessage("Removing folders info to settings: %@", record);
+  const std::int64_t index = matchedFolderDataIndex(record);
+  if (index < 0) throw std::out_of_range("the folder to remove is not among the protected folders");
+  enabledFolders_.erase(enabledFolders_.begin() + index);
+  return writeFolders();
+}
+
+bool SNSettings::updateFoldersData(const PropertyList& record, bool add,
+                                   const std::optional<PropertyList>& newData) {
+  PropertyList* const stored = matchedFolder(record);
+  if (!stored) return false;
+  PropertyList folder = *stored;
+  SNUtils::logMessage("Got folder data as: %@", folder);
+  PropertyList::Array icons = *iconsOf(folder);
+  SNUtils::logMessage("allFoldersArray: %@", icons);
+  if (newData && add) icons.push_back(*newData);
+  if (newData && !add) std::erase(icons, *newData);
+  folder.as<PropertyList::Dictionary>()->insert_or_assign(std::string(folder_keys::allIcons),
+                                                          std::move(icons));
+  return replaceFolder(*stored, std::move(folder));
+}
+
+bool SNSettings::updateFoldersData(const PropertyList& record, PropertyList newRecord) {
+  PropertyList* const stored = matchedFolder(record);
+  return stored && replaceFolder(*stored, std::move(newRecord));
+}
+
+bool SNSettings::replaceFolder(PropertyList& stored, PropertyList newRecord) {
+  stored = std::move(newRecord);
+  SNUtils::logMessage("After updating: %@", enabledFolders_);
+  return writeFolders();
+}
+
+bool SNSettings::resetAllFolders() {
+  SNUtils::logMessage("Resetting all folders....");
+  enabledFolders_.clear();
+  return writeFolders();
+}
+
+bool SNSettings::hasFolder(const PropertyList& record, bool ignoreAllOther) const {
+  if (!ignoreAllOther && !passesGate(SessionItem::record(record))) return false;
+  return matchedFolderDataIndex(record) >= 0;
+}
+
+bool SNSettings::isFolderProtected(const SBFolder& folder, bool ignoreAllOther) const {
+  if (!ignoreAllOther && !passesGate(SessionItem::object(&folder))) return false;
+  if (isAllFoldersProtected()) return true;
+  const PropertyList record(SNUtils::folderRecord(folder));
+  if (sessions_.shouldIgnoreAuthentication(SessionItem::record(record))) return false;
+  return hasFolder(record);
+}
+
+std::optional<PropertyList> SNSettings::isFolderProtectedForApp(
+    std::optional<std::string_view> bundleIdentifier, bool ignoreAllOther) const {
+  if (!bundleIdentifier) return std::nullopt;
+  if (!ignoreAllOther && !passesGate(*bundleIdentifier)) return std::nullopt;
+  const std::string identifier(*bundleIdentifier);
+  if (!SNUtils::hasAnyParentFolder(identifier)) return std::nullopt;
+  const auto parentData = SNUtils::protectedFolderData(identifier);
+  const auto* parent = parentData ? find(*parentData, folder_keys::allIcons) : nullptr;
+  const PropertyList* candidate = lastFolderWith(identifier);
+  if (candidate && parent && haveSameDisplayName(*candidate, *parent))
+    return holdSameApplications(*candidate, *parent) ? std::optional(*candidate) : std::nullopt;
+  if (!isAllFoldersProtected() || !parentData) return std::nullopt;
+  return PropertyList(*parentData);
+}
+
+const PropertyList* SNSettings::lastFolderWith(std::string_view bundleIdentifier) const {
+  const auto last = std::find_if(enabledFolders_.rbegin(), enabledFolders_.rend(),
+                                 [bundleIdentifier](const PropertyList& record) {
+                                   return holdsApplication(record, bundleIdentifier);
+                                 });
+  return last == enabledFolders_.rend() ? nullptr : &*last;
+}
+
+}  // namespace sentrel

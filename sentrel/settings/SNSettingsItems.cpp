@@ -1,0 +1,107 @@
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "sentrel/settings/AsciiCase.h"
+#include "sentrel/settings/SNSettings.h"
+#include "sentrel/settings/SettingsKeys.h"
+
+namespace sentrel {
+namespace {
+
+/// The system's own on and off switch: never protected.
+constexpr std::string_view ownFlipSwitch = "com.quorvin.sentrel.flipswitch";
+
+std::string lowercased(std::string_view text, const CaseMapping& caseMapping) {
+  if (!isAscii(text)) return caseMapping.lowercased(text);
+  std::string lower(text);
+  std::ranges::transform(lower, lower.begin(), asciiLowercased);
+  return lower;
+}
+
+PrefixIndex prefixIndex(const ProtectedItems& items, const CaseMapping& caseMapping) {
+  std::vector<std::string> prefixes;
+  prefixes.reserve(items.size());
+  for (const std::string& item : items)
+    prefixes.push_back(lowercased(item, caseMapping));
+  return PrefixIndex(std::move(prefixes));
+}
+
+}  // namespace
+
+std::string_view SNSettings::itemSetKey(ItemSet set) noexcept {
+  namespace keys = settings_keys;
+  constexpr std::array<std::string_view, itemSetCount> itemSetKeys = {
+      keys::applications, keys::notificationApps, keys::settingsBundles, keys::flipSwitches,
+      keys::controlCenter};
+  return itemSetKeys[static_cast<std::size_t>(set)];
+}
+
+void SNSettings::setItems(ItemSet set, ProtectedItems value) {
+  items(set) = std::move(value);
+  itemsChanged(set);
+}
+
+bool SNSettings::addItem(ItemSet set, std::string_view item) {
+  items(set).add(item);
+  return writeItems(set);
+}
+
+bool SNSettings::removeItem(ItemSet set, std::string_view item) {
+  items(set).remove(item);
+  return writeItems(set);
+}
+
+bool SNSettings::writeItems(ItemSet set) {
+  itemsChanged(set);
+  return updateSettingsData(itemSetKey(set), items(set).asArray(), /*postNotification=*/true);
+}
+
+void SNSettings::itemsChanged(ItemSet set) {
+  if (set == ItemSet::settings) items(set).add(ownSettingsPane());
+  if (set == ItemSet::flipSwitches) items(set).remove(ownFlipSwitch);
+  if (set == ItemSet::applications)
+    applicationPrefixes_ = prefixIndex(items(set), *platform_.caseMapping);
+}
+
+bool SNSettings::addToProtectedApps(std::string_view bundleIdentifier) {
+  return addItem(ItemSet::applications, bundleIdentifier);
+}
+
+bool SNSettings::removeFromProtectedApps(std::string_view bundleIdentifier) {
+  return removeItem(ItemSet::applications, bundleIdentifier);
+}
+
+bool SNSettings::addToNoticationCenterApps(std::string_view bundleIdentifier) {
+  return addItem(ItemSet::notificationApps, bundleIdentifier);
+}
+
+bool SNSettings::removeFromNoticationCenterApps(std::string_view bundleIdentifier) {
+  return removeItem(ItemSet::notificationApps, bundleIdentifier);
+}
+
+bool SNSettings::addToSettingsSpecifiers(std::string_view paneName) {
+  return addItem(ItemSet::settings, paneName);
+}
+
+bool SNSettings::removeFromSettingsSpecifiers(std::string_view paneName) {
+  return removeItem(ItemSet::settings, paneName);
+}
+
+bool SNSettings::addToFlipSwitches(std::string_view switchIdentifier) {
+  return addItem(ItemSet::flipSwitches, switchIdentifier);
+}
+
+bool SNSettings::removeFromFlipSwitches(std::string_view switchIdentifier) {
+  return removeItem(ItemSet::flipSwitches, switchIdentifier);
+}
+
+bool SNSettings::addToControlCenterItems(std::string_view itemIdentifier) {
+  return addItem(ItemSet::controlCenterItems, itemIdentifier);
+}
+
+bool SNSettings::removeFromControlCenterItems(std::string_view itemIdentifier) {
+  return removeItem(ItemSet::controlCenterItems, itemIdentifier);
+}
+
+}  // namespace sentrel

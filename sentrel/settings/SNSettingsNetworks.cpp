@@ -1,0 +1,37 @@
+#include <algorithm>
+
+#include "sentrel/settings/SNSettings.h"
+#include "sentrel/settings/SNWiFiManager.h"
+#include "sentrel/settings/SettingsKeys.h"
+
+namespace sentrel {
+
+bool SNSettings::isCurrentlyConnectedToTrustedNetwork() const {
+  const auto network = wifiManager_.currentNetWork();
+  const auto* name = network ? find<std::string>(*network, "SSID") : nullptr;
+  return name && hasWiFiNetwork(*name);
+}
+
+bool SNSettings::addToWiFiNetwork(std::string_view name) {
+  wifiNetworks_.emplace_back(name);
+  return updateSettingsWithNetworkData();
+}
+
+bool SNSettings::removeFromWiFiNetwork(std::string_view name) {
+  std::erase(wifiNetworks_, PropertyList(name));
+  return updateSettingsWithNetworkData();
+}
+
+bool SNSettings::updateSettingsWithNetworkData() {
+  return updateSettingsData(settings_keys::trustedNetworks, wifiNetworks_,
+                            /*postNotification=*/true);
+}
+
+bool SNSettings::hasWiFiNetwork(std::string_view name) const {
+  return std::ranges::any_of(wifiNetworks_, [name](const PropertyList& network) {
+    const auto* stored = network.as<std::string>();
+    return stored && *stored == name;
+  });
+}
+
+}  // namespace sentrel
