@@ -20,6 +20,9 @@ struct NSRange {
 /// one.
 SENTREL_API std::size_t utf16Length(std::string_view text) noexcept;
 
+/// How many characters `text` has, each of one or two code units.
+SENTREL_API std::size_t characterCount(std::string_view text) noexcept;
+
 /// `range` cut to what lies inside `text`, and widened to whole characters where it cuts one that
 /// takes two code units.
 SENTREL_API NSRange rangeInsideText(std::string_view text, NSRange range) noexcept;

@@ -71,7 +71,10 @@ class SENTREL_API UIAlertController : public UIViewController {
 
  private:
   std::vector<std::shared_ptr<UIView>> makeButtons();
-  std::shared_ptr<AlertPanel> panel();
+  AlertPanel& panel();
+  void showContent();
+  void dismissAndRun(bool animated, const std::shared_ptr<UIAlertAction>& action,
+                     Completion completion);
 
   std::optional<std::string> message_;
   UIAlertControllerStyle preferredStyle_;

@@ -74,11 +74,9 @@ class SENTREL_API UIAlertView : public UIView {
   /// Nothing happens while the alert is not shown, and for an index that no button has.
   void tap(int index);
 
-  void layoutSubviews() override;
-
  private:
   void setButtonTitle(int index, const std::string& title);
-  void rebuildPanel();
+  std::vector<std::shared_ptr<UIView>> makeButtons();
   bool hide();
 
   std::string title_;

@@ -54,6 +54,9 @@ class SENTREL_API UIApplication : public std::enable_shared_from_this<UIApplicat
     firstResponder_ = responder;
   }
 
+  /// Takes the typed input from whoever has it, unasked.
+  void giveUpFirstResponder();
+
   /// How many scenes the system shows the application in; an application of the old kind has none.
   std::size_t connectedScenesCount() const noexcept { return connectedScenesCount_; }
   void setConnectedScenesCount(std::size_t count) noexcept { connectedScenesCount_ = count; }

@@ -27,7 +27,7 @@ class SENTREL_API UINavigationController : public UIViewController {
   void loadView() override;
 
  private:
-  void showTop(bool animated);
+  void showTop();
 };
 
 }  // namespace sentrel

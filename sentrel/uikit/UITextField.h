@@ -30,7 +30,7 @@ class SENTREL_API UITextField : public UIView {
   /// Not an edit: the delegate is not asked. Puts the caret at the end.
   void setText(std::string text);
   bool isSecureTextEntry() const noexcept { return secureTextEntry_; }
-  void setSecureTextEntry(bool value);
+  void setSecureTextEntry(bool value) noexcept { secureTextEntry_ = value; }
   /// What is to be seen: the text, or a bullet for each of its characters.
   std::string displayedText() const;
 
@@ -54,7 +54,7 @@ class SENTREL_API UITextField : public UIView {
 
   // --- The user's side: through the delegate, and only while the field is first responder ----
 
-  /// Types or pastes `text` over the selection. Whether the text changed hands.
+  /// Types or pastes `text` over the selection. Whether the text was changed.
   bool insertText(const std::string& text);
   /// Deletes the selection, or the character before the caret; an empty field asks nobody.
   bool deleteBackward();

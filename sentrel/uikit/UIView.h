@@ -74,7 +74,7 @@ class SENTREL_API UIView : public UIResponder {
   double alpha() const noexcept { return alpha_; }
   void setAlpha(double alpha);
   bool isHidden() const noexcept { return hidden_; }
-  virtual void setHidden(bool hidden) { hidden_ = hidden; }
+  void setHidden(bool hidden) noexcept { hidden_ = hidden; }
   /// None paints nothing.
   const std::optional<UIColor>& backgroundColor() const noexcept { return backgroundColor_; }
   void setBackgroundColor(std::optional<UIColor> color);
@@ -118,7 +118,8 @@ class SENTREL_API UIView : public UIResponder {
   const std::vector<std::shared_ptr<NSLayoutConstraint>>& constraints() const noexcept {
     return constraints_;
   }
-  /// Ignores null and a constraint that the view has already.
+  /// Null is ignored. What repeats another constraint changes nothing; what contradicts one that
+  /// was added before, or stands further out in the tree, does not count.
   void addConstraint(const std::shared_ptr<NSLayoutConstraint>& constraint);
   void removeConstraint(const std::shared_ptr<NSLayoutConstraint>& constraint);
 
@@ -165,11 +166,7 @@ class SENTREL_API UIView : public UIResponder {
                                   AnimationCompletion completion = {});
 
  private:
-  friend class LayoutPass;
   friend class LayoutSolver;
-
-  struct AnimationContext;
-  static thread_local AnimationContext* animationContext_;
 
   static void animate(Seconds duration, Seconds delay, const CATiming& timing,
                       const Animations& animations, AnimationCompletion completion);
@@ -178,6 +175,8 @@ class SENTREL_API UIView : public UIResponder {
   void place(CGPoint origin, CGSize size);
   void resizeSubviews(CGSize oldSize);
   void detach();
+  UIView& root() noexcept;
+  void collectLayoutDue(std::vector<std::shared_ptr<UIView>>& due);
   void dropConstraintsAbout(const UIView& removed);
   void removeAnimationsInside();
   void markUpwards(bool UIView::*flag);
@@ -197,6 +196,8 @@ class SENTREL_API UIView : public UIResponder {
   double alpha_ = 1;
   std::int64_t tag_ = 0;
   unsigned autoresizingMask_ = UIViewAutoresizingNone;
+  /// The view's number in the layout under way.
+  std::size_t layoutIndex_ = 0;
   bool hidden_ = false;
   bool userInteractionEnabled_ = true;
 

@@ -52,7 +52,8 @@ class SENTREL_API UIViewController : public UIResponder {
   const std::shared_ptr<UIViewController>& presentedViewController() const noexcept {
     return presented_;
   }
-  std::shared_ptr<UIViewController> presentingViewController() const { return presenting_.lock(); }
+  /// Who presents this controller, or the one that it is a child of.
+  std::shared_ptr<UIViewController> presentingViewController() const;
 
   std::shared_ptr<UIViewController> parentViewController() const { return parent_.lock(); }
   const std::vector<std::shared_ptr<UIViewController>>& childViewControllers() const noexcept {
@@ -68,6 +69,9 @@ class SENTREL_API UIViewController : public UIResponder {
   /// Puts the view where presented content belongs in `window`: over all of it.
   virtual void showPresentedView(UIWindow& window);
   virtual void hidePresentedView();
+
+  /// Fills this controller's view with that of `child`, or with nothing.
+  void showOnly(const std::shared_ptr<UIViewController>& child);
 
  private:
   std::shared_ptr<UIViewController> shared();
