@@ -9,6 +9,7 @@
 #include "sentrel/controller/SentrelController.h"
 #include "sentrel/settings/SNSettings.h"
 #include "sentrel/settings/SNWiFiManager.h"
+#include "sentrel/uikit/UIApplication.h"
 
 namespace sentrel {
 namespace {
@@ -56,6 +57,10 @@ Process::Scope::Scope(Process& process) noexcept
 
 Process::Scope::~Scope() {
   scopedProcess = previous_;
+}
+
+UIApplication& Process::application() {
+  return application_.get([] { return std::make_shared<UIApplication>(); });
 }
 
 SNSettings& Process::settings() {

@@ -14,6 +14,7 @@ struct BridgeState;
 class SNSettings;
 class SNWiFiManager;
 class SentrelController;
+class UIApplication;
 
 /// The library's composition root: one process's platform and the shared instances that live in
 /// that process.
@@ -49,6 +50,7 @@ class SENTREL_API Process {
 
   Platform& platform() noexcept { return platform_; }
 
+  UIApplication& application();
   SNSettings& settings();
   SNWiFiManager& wifiManager();
   SentrelController& controller();
@@ -84,6 +86,7 @@ class SENTREL_API Process {
 
   Platform platform_;
   std::unique_ptr<LateSessions> sessions_;
+  Shared<UIApplication> application_;
   Shared<SNSettings> settings_;
   Shared<SNWiFiManager> wifiManager_;
   Shared<SentrelController> controller_;

@@ -1,5 +1,7 @@
 #include "device/simulated/SimulatedDevice.h"
 
+#include "device/simulated/FixedTextMeasuring.h"
+
 #include "device/storage/GLibCaseMapping.h"
 #include "device/storage/OpenSslCryptography.h"
 
@@ -39,6 +41,7 @@ void SimulatedDevice::addCommonParts(Platform& platform) const {
   platform.spawner = std::make_shared<SimulatedSpawner>(journal_);
   platform.localAuthentication = makeLocalAuthentication(sensor_, timeline_);
   platform.screen = screen_;
+  platform.textMeasuring = std::make_shared<FixedTextMeasuring>();
   platform.qvUtils = makeQVUtils(applications_, system_);
 }
 

@@ -27,6 +27,7 @@
 #include "sentrel/platform/Screen.h"
 #include "sentrel/platform/SystemFacts.h"
 #include "sentrel/platform/SystemLog.h"
+#include "sentrel/platform/TextMeasuring.h"
 #include "sentrel/platform/WiFi.h"
 
 namespace sentrel {
@@ -57,6 +58,7 @@ struct Platform {
 
   /// Null in a process that has no user interface.
   std::shared_ptr<Screen> screen;
+  std::shared_ptr<TextMeasuring> textMeasuring;
 
   std::shared_ptr<QVUtils> qvUtils;
   std::shared_ptr<SpringBoardApplication> springBoard;

@@ -1,0 +1,57 @@
+#include "sentrel/uikit/UIWindow.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "sentrel/uikit/UIApplication.h"
+#include "sentrel/uikit/UIViewController.h"
+
+namespace sentrel {
+
+UIWindow::UIWindow(const CGRect& frame, const UIClass& uiClass) : UIView(frame, uiClass) {
+  auto& application = UIApplication::sharedApplication();
+  application_ = application.weak_from_this();
+  application.windows_.push_back(this);
+  setHidden(true);
+}
+
+UIWindow::~UIWindow() {
+  if (const auto application = application_.lock()) std::erase(application->windows_, this);
+}
+
+const UIClass& UIWindow::staticClass() {
+  static const UIClass uiClass("UIWindow", &UIView::staticClass());
+  return uiClass;
+}
+
+void UIWindow::setRootViewController(std::shared_ptr<UIViewController> controller) {
+  if (rootViewController_) rootViewController_->view()->removeFromSuperview();
+  rootViewController_ = std::move(controller);
+  if (!rootViewController_) return;
+  const auto view = rootViewController_->view();
+  view->setFrame(bounds());
+  view->setAutoresizingMask(UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleHeight);
+  addSubview(view);
+}
+
+void UIWindow::makeKeyWindow() {
+  if (const auto application = application_.lock())
+    application->setKeyWindow(std::static_pointer_cast<UIWindow>(shared_from_this()));
+}
+
+void UIWindow::makeKeyAndVisible() {
+  setHidden(false);
+  makeKeyWindow();
+}
+
+bool UIWindow::isKeyWindow() const {
+  const auto application = application_.lock();
+  return application && application->keyWindow().get() == this;
+}
+
+std::shared_ptr<UIWindow> UIWindow::window() const {
+  return std::static_pointer_cast<UIWindow>(std::const_pointer_cast<UIResponder>(
+      std::static_pointer_cast<const UIResponder>(weak_from_this().lock())));
+}
+
+}  // namespace sentrel

@@ -1,0 +1,175 @@
+#include "sentrel/uikit/UITextField.h"
+
+#include <limits>
+
+#include "sentrel/uikit/UIApplication.h"
+#include "tests/uikit/UIKitTest.h"
+
+namespace sentrel {
+namespace {
+
+constexpr std::size_t farAway = std::numeric_limits<std::size_t>::max();
+
+struct RangeCase {
+  std::string text;
+  NSRange range;
+  std::string replacement;
+  std::string expected;
+  NSRange inside;
+};
+
+class TextRanges : public testing::TestWithParam<RangeCase> {};
+
+TEST_P(TextRanges, AreCutToTheTextAndToWholeCharacters) {
+  const auto& [text, range, replacement, expected, inside] = GetParam();
+  EXPECT_EQ(stringByReplacingCharactersInRange(text, range, replacement), expected);
+  EXPECT_EQ(rangeInsideText(text, range), inside);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, TextRanges,
+    testing::Values(
+        RangeCase{"1234", {1, 2}, "x", "1x4", {1, 2}},
+        RangeCase{"1234", {4, 0}, "5", "12345", {4, 0}}, RangeCase{"", {0, 0}, "1", "1", {0, 0}},
+        RangeCase{"1234", {2, 9}, "", "12", {2, 2}},
+        RangeCase{"1234", {9, 1}, "5", "12345", {4, 0}},
+        RangeCase{"1234", {1, farAway}, "", "1", {1, 3}},
+        RangeCase{"1234", {farAway, farAway}, "5", "12345", {4, 0}},
+        RangeCase{"a😀b", {1, 2}, "", "ab", {1, 2}}, RangeCase{"a😀b", {1, 1}, "", "ab", {1, 2}},
+        RangeCase{"a😀b", {2, 1}, "", "ab", {1, 2}}, RangeCase{"a😀b", {2, 0}, "x", "ax😀b", {1, 0}},
+        RangeCase{"éß€", {1, 1}, "s", "és€", {1, 1}},
+        RangeCase{"a\xFF\xC3z", {1, 1}, "", "a\xC3z", {1, 1}},
+        RangeCase{"\xED\xA0\x80", {0, 1}, "", "\xA0\x80", {0, 1}},
+        RangeCase{"\xF0\x9F\x98", {2, 1}, "", "\xF0\x9F", {2, 1}}));
+
+TEST(Utf16Length, CountsCodeUnits) {
+  EXPECT_EQ(utf16Length(""), 0u);
+  EXPECT_EQ(utf16Length("aé€"), 3u);
+  EXPECT_EQ(utf16Length("a😀"), 3u);
+  EXPECT_EQ(utf16Length("\xFF\xFE"), 2u);
+}
+
+struct Delegate : UITextFieldDelegate {
+  bool textFieldShouldBeginEditing(UITextField& field) override {
+    if (redirect && &field != redirect.get()) {
+      redirect->becomeFirstResponder();
+      return false;
+    }
+    return mayBegin;
+  }
+  bool textFieldShouldEndEditing(UITextField&) override { return mayEnd; }
+  bool textField(UITextField& field, NSRange range, const std::string& replacement) override {
+    range_ = range;
+    wouldBe = stringByReplacingCharactersInRange(field.text(), range, replacement);
+    return mayChange;
+  }
+
+  bool mayBegin = true;
+  bool mayEnd = true;
+  bool mayChange = true;
+  std::shared_ptr<UITextField> redirect;
+  NSRange range_;
+  std::string wouldBe;
+};
+
+class UITextFieldTest : public UIKitTest {
+ protected:
+  UITextFieldTest() {
+    field_->setDelegate(delegate_);
+    keyboardHides_ = process_->process().platform().localCenter->addObserver(
+        std::string(UIKeyboardWillHideNotification), [this](const auto&) { ++hides_; });
+  }
+
+  int hides() {
+    device_.time().runDue();
+    return hides_;
+  }
+
+  std::shared_ptr<Delegate> delegate_ = std::make_shared<Delegate>();
+  std::shared_ptr<UITextField> field_ = std::make_shared<UITextField>();
+  std::shared_ptr<UITextField> other_ = std::make_shared<UITextField>();
+  Observation keyboardHides_;
+  int hides_ = 0;
+};
+
+TEST_F(UITextFieldTest, OneFieldAtATimeHasTheInput) {
+  EXPECT_TRUE(field_->becomeFirstResponder());
+  EXPECT_TRUE(other_->becomeFirstResponder());
+  EXPECT_FALSE(field_->isFirstResponder());
+  EXPECT_EQ(hides(), 0) << "the keyboard stays for the other field";
+  EXPECT_TRUE(other_->resignFirstResponder());
+  EXPECT_TRUE(other_->resignFirstResponder());
+  EXPECT_EQ(hides(), 1);
+}
+
+TEST_F(UITextFieldTest, TheDelegateMayRefuseBothBeginningAndEnding) {
+  delegate_->mayBegin = false;
+  EXPECT_FALSE(field_->becomeFirstResponder());
+  delegate_->mayBegin = true;
+  EXPECT_TRUE(field_->becomeFirstResponder());
+  delegate_->mayEnd = false;
+  EXPECT_FALSE(field_->resignFirstResponder());
+  EXPECT_FALSE(other_->becomeFirstResponder());
+  EXPECT_TRUE(field_->isFirstResponder());
+  EXPECT_EQ(hides(), 0);
+}
+
+TEST_F(UITextFieldTest, TheDelegateMaySendTheInputElsewhere) {
+  delegate_->redirect = other_;
+  EXPECT_FALSE(field_->becomeFirstResponder());
+  EXPECT_TRUE(other_->isFirstResponder());
+}
+
+TEST_F(UITextFieldTest, AFieldThatGoesAwayGivesTheInputUp) {
+  const auto root = std::make_shared<UIView>();
+  const auto box = addView(root);
+  box->addSubview(field_);
+  delegate_->mayEnd = false;
+  field_->becomeFirstResponder();
+  EXPECT_FALSE(root->endEditing(/*force=*/false));
+  box->removeFromSuperview();
+  EXPECT_FALSE(field_->isFirstResponder());
+  EXPECT_EQ(hides(), 1);
+  other_->becomeFirstResponder();
+  EXPECT_TRUE(root->endEditing(/*force=*/true));
+  EXPECT_TRUE(other_->isFirstResponder()) << "it is not inside";
+  other_ = nullptr;
+  EXPECT_EQ(UIApplication::sharedApplication().firstResponder(), nullptr);
+}
+
+TEST_F(UITextFieldTest, TypingGoesToTheCaretThroughTheDelegate) {
+  EXPECT_FALSE(field_->insertText("1")) << "nobody types into a field that has not the input";
+  field_->becomeFirstResponder();
+  field_->setText("12");
+  field_->setSelectedRange({1, 0});
+  EXPECT_TRUE(field_->insertText("😀"));
+  EXPECT_EQ(field_->text(), "1😀2");
+  EXPECT_EQ(field_->selectedRange(), (NSRange{3, 0}));
+  EXPECT_TRUE(field_->deleteBackward());
+  EXPECT_EQ(delegate_->range_, (NSRange{1, 2}));
+  EXPECT_EQ(field_->text(), "12");
+  field_->setSelectedRange({0, 2});
+  EXPECT_TRUE(field_->deleteBackward());
+  EXPECT_EQ(field_->text(), "");
+  EXPECT_FALSE(field_->deleteBackward());
+}
+
+TEST_F(UITextFieldTest, ARefusedEditChangesNothing) {
+  field_->becomeFirstResponder();
+  field_->setText("123456");
+  delegate_->mayChange = false;
+  EXPECT_FALSE(field_->replace({99, 99}, "7"));
+  EXPECT_EQ(delegate_->wouldBe, "1234567");
+  EXPECT_EQ(delegate_->range_, (NSRange{6, 0})) << "the delegate sees a range of the text";
+  EXPECT_EQ(field_->text(), "123456");
+}
+
+TEST_F(UITextFieldTest, SecureTextIsABulletACharacter) {
+  field_->setText("a😀");
+  EXPECT_EQ(field_->displayedText(), "a😀");
+  field_->setSecureTextEntry(true);
+  EXPECT_EQ(field_->displayedText(), "••");
+}
+
+}  // namespace
+}  // namespace sentrel

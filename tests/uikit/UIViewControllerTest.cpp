@@ -1,0 +1,163 @@
+#include "sentrel/uikit/UIViewController.h"
+
+#include "sentrel/uikit/UIApplication.h"
+#include "sentrel/uikit/UINavigationController.h"
+#include "sentrel/uikit/UITabBarController.h"
+#include "sentrel/uikit/UIWindow.h"
+#include "tests/uikit/UIKitTest.h"
+
+namespace sentrel {
+namespace {
+
+class UIWindowTest : public UIKitTest {};
+
+TEST_F(UIWindowTest, WindowsAreListedByLevelForAsLongAsTheyLive) {
+  auto& application = UIApplication::sharedApplication();
+  auto alert = std::make_shared<UIWindow>();
+  alert->setWindowLevel(UIWindowLevelAlert);
+  const auto first = std::make_shared<UIWindow>();
+  const auto second = std::make_shared<UIWindow>();
+  EXPECT_EQ(application.windows(), (std::vector{first, second, alert}));
+  alert->makeKeyAndVisible();
+  EXPECT_EQ(application.keyWindow(), alert);
+  EXPECT_FALSE(alert->isHidden());
+  alert = nullptr;
+  EXPECT_EQ(application.windows(), (std::vector{first, second}));
+  EXPECT_EQ(application.keyWindow(), nullptr);
+}
+
+TEST_F(UIWindowTest, BelongsToTheProcessThatMadeIt) {
+  const auto window = std::make_shared<UIWindow>();
+  auto other = device_.launch("com.example.other");
+  std::shared_ptr<UIWindow> foreign;
+  other->run([&] {
+    foreign = std::make_shared<UIWindow>();
+    window->makeKeyWindow();
+    EXPECT_EQ(UIApplication::sharedApplication().windows(), std::vector{foreign});
+  });
+  EXPECT_EQ(UIApplication::sharedApplication().keyWindow(), window);
+  other = nullptr;
+  foreign = nullptr;  // outlives its process's application
+}
+
+TEST_F(UIWindowTest, AWindowOfAClassKnownOnlyByNameIsFound) {
+  static const UIClass keyboard("UIRemoteKeyboardWindow", &UIWindow::staticClass());
+  const auto window = std::make_shared<UIWindow>(CGRectMake(0, 0, 1, 1), keyboard);
+  const auto found = UIApplication::sharedApplication().windows();
+  ASSERT_EQ(found.size(), 1u);
+  EXPECT_TRUE(found[0]->isMemberOfClassNamed("UIRemoteKeyboardWindow"));
+  EXPECT_TRUE(found[0]->isKindOfClass(UIWindow::staticClass()));
+}
+
+class UIViewControllerTest : public UIKitTest {
+ protected:
+  UIViewControllerTest() {
+    window_->setRootViewController(root_);
+    window_->makeKeyAndVisible();
+  }
+
+  std::shared_ptr<UIViewController> root_ = std::make_shared<UIViewController>();
+  std::shared_ptr<UIViewController> modal_ = std::make_shared<UIViewController>();
+  std::shared_ptr<UIWindow> window_ = std::make_shared<UIWindow>(CGRectMake(0, 0, 320, 480));
+};
+
+TEST_F(UIViewControllerTest, ShowsWhatItPresentsAndCompletesWhenTheTimeIsOver) {
+  bool completed = false;
+  root_->presentViewController(modal_, /*animated=*/true, [&] { completed = true; });
+  EXPECT_EQ(root_->presentedViewController(), modal_);
+  EXPECT_EQ(modal_->presentingViewController(), root_);
+  EXPECT_EQ(modal_->view()->window(), window_);
+  EXPECT_EQ(modal_->view()->frame(), window_->bounds());
+  device_.time().advance(UIViewController::transitionDuration - Seconds(0.001));
+  EXPECT_FALSE(completed);
+  device_.time().advance(Seconds(0.01));
+  EXPECT_TRUE(completed);
+}
+
+TEST_F(UIViewControllerTest, DismissesItselfOrWhatItPresents) {
+  for (const auto& asked : {root_, modal_}) {
+    root_->presentViewController(modal_, /*animated=*/false, {});
+    bool completed = false;
+    asked->dismissViewControllerAnimated(/*animated=*/false, [&] { completed = true; });
+    EXPECT_EQ(root_->presentedViewController(), nullptr);
+    EXPECT_EQ(modal_->presentingViewController(), nullptr);
+    EXPECT_EQ(modal_->view()->superview(), nullptr);
+    EXPECT_FALSE(completed);
+    device_.time().runDue();
+    EXPECT_TRUE(completed);
+  }
+}
+
+TEST_F(UIViewControllerTest, ADismissalWithNothingToDismissCompletes) {
+  int completed = 0;
+  root_->dismissViewControllerAnimated(/*animated=*/true, [&] { ++completed; });
+  root_->dismissViewControllerAnimated(/*animated=*/true, {});
+  device_.time().runUntilIdle();
+  EXPECT_EQ(completed, 1);
+}
+
+TEST_F(UIViewControllerTest, PresentsOneControllerOnce) {
+  const auto other = std::make_shared<UIViewController>();
+  int completed = 0;
+  root_->presentViewController(modal_, /*animated=*/false, {});
+  root_->presentViewController(other, /*animated=*/false, [&] { ++completed; });
+  other->presentViewController(modal_, /*animated=*/false, [&] { ++completed; });
+  root_->presentViewController(root_, /*animated=*/false, [&] { ++completed; });
+  root_->presentViewController(nullptr, /*animated=*/false, [&] { ++completed; });
+  device_.time().runUntilIdle();
+  EXPECT_EQ(root_->presentedViewController(), modal_);
+  EXPECT_EQ(other->presentedViewController(), nullptr);
+  EXPECT_EQ(completed, 0);
+}
+
+TEST_F(UIViewControllerTest, DismissingTakesAwayAllThatStandsAbove) {
+  const auto above = std::make_shared<UIViewController>();
+  root_->presentViewController(modal_, /*animated=*/false, {});
+  modal_->presentViewController(above, /*animated=*/false, {});
+  root_->dismissViewControllerAnimated(/*animated=*/false, {});
+  EXPECT_EQ(above->presentingViewController(), nullptr);
+  EXPECT_EQ(above->view()->window(), nullptr);
+}
+
+TEST_F(UIViewControllerTest, AChildIsDismissedWithThePresentedParent) {
+  const auto navigation = UINavigationController::initWithRootViewController(modal_);
+  root_->presentViewController(navigation, /*animated=*/false, {});
+  EXPECT_EQ(modal_->presentingViewController(), root_);
+  modal_->dismissViewControllerAnimated(/*animated=*/false, {});
+  EXPECT_EQ(root_->presentedViewController(), nullptr);
+}
+
+TEST_F(UIViewControllerTest, NavigationShowsTheTopOrTheModalAboveIt) {
+  const auto empty = std::make_shared<UINavigationController>();
+  EXPECT_EQ(empty->visibleViewController(), nullptr);
+  const auto navigation = UINavigationController::initWithRootViewController(root_);
+  const auto pushed = std::make_shared<UIViewController>();
+  navigation->pushViewController(pushed, /*animated=*/true);
+  EXPECT_EQ(navigation->visibleViewController(), pushed);
+  EXPECT_EQ(navigation->view()->subviews(), std::vector{pushed->view()});
+  navigation->presentViewController(modal_, /*animated=*/false, {});
+  EXPECT_EQ(navigation->visibleViewController(), modal_);
+  navigation->dismissViewControllerAnimated(/*animated=*/false, {});
+  pushed->presentViewController(modal_, /*animated=*/false, {});
+  EXPECT_EQ(navigation->visibleViewController(), modal_);
+  pushed->dismissViewControllerAnimated(/*animated=*/false, {});
+  EXPECT_EQ(navigation->popViewControllerAnimated(/*animated=*/true), pushed);
+  EXPECT_EQ(pushed->parentViewController(), nullptr);
+  EXPECT_EQ(navigation->popViewControllerAnimated(/*animated=*/true), nullptr);
+  EXPECT_EQ(navigation->visibleViewController(), root_);
+}
+
+TEST_F(UIViewControllerTest, TabsSelectAmongTheirOwn) {
+  UITabBarController none;
+  EXPECT_EQ(none.selectedViewController(), nullptr);
+  const auto tabs = std::make_shared<UITabBarController>();
+  tabs->setViewControllers({root_, modal_});
+  EXPECT_EQ(tabs->selectedViewController(), root_);
+  tabs->setSelectedViewController(modal_);
+  EXPECT_EQ(tabs->view()->subviews(), std::vector{modal_->view()});
+  tabs->setSelectedViewController(std::make_shared<UIViewController>());
+  EXPECT_EQ(tabs->selectedViewController(), modal_);
+}
+
+}  // namespace
+}  // namespace sentrel
