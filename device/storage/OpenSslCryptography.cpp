@@ -27,7 +27,8 @@ std::size_t paddingOf(const Cryptography::Bytes& plain) {
 
 }  // namespace
 
-/// OpenSSL's padding is off: with it, the context would keep the last block of plain text.
+/// EVP_Cipher() works on whole blocks alone; padding is ours. OpenSSL's own would keep the last
+/// block of plain text in the context.
 class OpenSslCryptography::Cipher {
  public:
   enum Direction : int { deciphering = 0, enciphering = 1 };
@@ -52,14 +53,11 @@ class OpenSslCryptography::Cipher {
   /// Replaces whole blocks by what the cipher makes of them.
   bool run(Direction direction, Bytes& blocks, const Key& key, const InitialisationVector& iv) {
     const std::lock_guard lock(mutex_);
-    int length = 0;
-    const int size = static_cast<int>(blocks.size());
+    const auto size = static_cast<unsigned>(blocks.size());
     const bool done =
         ready_ &&
         EVP_CipherInit_ex2(context_, nullptr, key.data(), iv.data(), direction, nullptr) == 1 &&
-        EVP_CIPHER_CTX_set_padding(context_, 0) == 1 &&
-        EVP_CipherUpdate(context_, blocks.data(), &length, blocks.data(), size) == 1 &&
-        length == size;
+        EVP_Cipher(context_, blocks.data(), blocks.data(), size) == static_cast<int>(size);
     // What failed here must not surface as somebody else's error on this thread.
     if (!done) ERR_clear_error();
     return done;

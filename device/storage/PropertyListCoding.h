@@ -3,14 +3,11 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <variant>
 
 #include "device/storage/PropertyListFault.h"
 #include "sentrel/platform/PropertyList.h"
 
 namespace sentrel::storage {
-
-using PropertyListReading = std::variant<PropertyList, PropertyListFault>;
 
 /// Reads a whole property list, XML or binary, in bounded time and memory. Of keys that a
 /// dictionary has twice the last one counts.

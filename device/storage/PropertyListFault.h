@@ -3,6 +3,9 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <variant>
+
+#include "sentrel/platform/PropertyList.h"
 
 namespace sentrel::storage {
 
@@ -30,6 +33,9 @@ struct PropertyListFault {
   /// The line of an XML file, counted from 1; 0 where no line can be named.
   std::size_t line = 0;
 };
+
+/// A value, or why there is none.
+using PropertyListReading = std::variant<PropertyList, PropertyListFault>;
 
 /// One clear clause for people, without the file's name: "it is damaged: ... (line 12)".
 std::string describe(const PropertyListFault& fault);

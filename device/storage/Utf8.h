@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 namespace sentrel::storage {
@@ -16,5 +17,8 @@ TextQuality qualityOf(std::string_view text) noexcept;
 
 /// Whether XML 1.0 may carry `character`, as itself or escaped.
 bool isXmlCharacter(char32_t character) noexcept;
+
+/// Adds a character, which is none of a surrogate pair.
+void appendUtf8(std::string& text, char32_t character);
 
 }  // namespace sentrel::storage

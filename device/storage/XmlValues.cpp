@@ -2,20 +2,35 @@
 
 #include <charconv>
 #include <chrono>
-#include <cstdint>
+#include <string>
 #include <system_error>
 
+#include "device/storage/Base64.h"
 #include "device/storage/Utf8.h"
 
 namespace sentrel::storage {
 namespace {
 
-/// Whether all of `text` is a number that fits `Number`.
+bool isSpace(char c) {
+  return c == ' ' || c == '\t' || c == '\n' || c == '\r';
+}
+
+std::string_view trimmed(std::string_view text) {
+  while (!text.empty() && isSpace(text.front()))
+    text.remove_prefix(1);
+  while (!text.empty() && isSpace(text.back()))
+    text.remove_suffix(1);
+  return text;
+}
+
+/// All of `text` as a number, if it is one that fits.
 template <class Number, class... Format>
-bool reads(std::string_view text, Number& number, Format... format) {
+std::optional<Number> numberFrom(std::string_view text, Format... format) {
+  Number number{};
   const char* end = text.data() + text.size();
   const auto result = std::from_chars(text.data(), end, number, format...);
-  return result.ec == std::errc() && result.ptr == end;
+  if (result.ec != std::errc() || result.ptr != end) return std::nullopt;
+  return number;
 }
 
 /// std::from_chars accepts a minus sign but no plus sign.
@@ -24,80 +39,68 @@ std::string_view withoutPlus(std::string_view text) {
   return text;
 }
 
-/// The number in the digits from `start`, or -1.
-int digitsAt(std::string_view text, std::size_t start, std::size_t count) {
-  int number = 0;
-  for (const char c : text.substr(start, count)) {
-    if (c < '0' || c > '9') return -1;
-    number = number * 10 + (c - '0');
-  }
-  return number;
+/// The number in the `count` digits from `start`.
+std::optional<unsigned> digitsAt(std::string_view text, std::size_t start, std::size_t count) {
+  return numberFrom<unsigned>(text.substr(start, count));
 }
 
-bool isBase64Character(char c) {
-  return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '+' ||
-         c == '/';
-}
-
-}  // namespace
-
-bool isIntegerText(std::string_view text) {
-  std::int64_t number = 0;
-  if (text.starts_with("0x") || text.starts_with("0X"))
-    return text.size() > 2 && text[2] != '-' && reads(text.substr(2), number, 16);
-  const std::string_view plain = withoutPlus(text);
-  const std::string_view digits = plain.substr(plain.starts_with('-') ? 1 : 0);
-  // libplist reads a number that starts with a needless zero as octal.
-  const bool octal = digits.size() > 1 && digits.front() == '0';
-  return !octal && reads(plain, number);
-}
-
-bool isRealText(std::string_view text) {
-  double number = 0;
-  return reads(withoutPlus(text), number);
-}
-
-bool isDateText(std::string_view text) {
+bool hasShapeOfDate(std::string_view text) {
   constexpr std::string_view shape = "0000-00-00T00:00:00Z";
   if (text.size() != shape.size()) return false;
   for (std::size_t i = 0; i < shape.size(); ++i)
     if (shape[i] != '0' && text[i] != shape[i]) return false;
-  const int hour = digitsAt(text, 11, 2);
-  const int minute = digitsAt(text, 14, 2);
-  const int second = digitsAt(text, 17, 2);
-  const int year = digitsAt(text, 0, 4);
-  const int month = digitsAt(text, 5, 2);
-  const int day = digitsAt(text, 8, 2);
-  if (hour < 0 || hour > 23 || minute < 0 || minute > 59 || second < 0 || second > 59) return false;
-  if (year < 1 || month < 1 || day < 1) return false;
-  return std::chrono::year_month_day(std::chrono::year(year),
-                                     std::chrono::month(static_cast<unsigned>(month)),
-                                     std::chrono::day(static_cast<unsigned>(day)))
-      .ok();
+  return true;
 }
 
-bool isDataText(std::string_view text) {
-  std::size_t characters = 0;
-  std::size_t padding = 0;
-  for (const char c : text) {
-    if (c == ' ' || (c >= '\t' && c <= '\r')) continue;
-    if (c == '=')
-      ++padding;
-    else if (padding > 0 || !isBase64Character(c))
-      return false;
-    ++characters;
-  }
-  return characters % 4 == 0 && padding <= 2;
+}  // namespace
+
+std::optional<std::int64_t> integerFromXml(std::string_view text) {
+  const std::string_view number = withoutPlus(trimmed(text));
+  if (number.starts_with("0x") && number.substr(2, 1) != "-")
+    return numberFrom<std::int64_t>(number.substr(2), 16);
+  // Some readers take a number that starts with a needless zero as octal.
+  const std::string_view digits = number.substr(number.starts_with('-') ? 1 : 0);
+  if (digits.size() > 1 && digits.front() == '0') return std::nullopt;
+  return numberFrom<std::int64_t>(number);
 }
 
-bool isEntity(std::string_view reference) {
-  for (const std::string_view name : {"amp", "lt", "gt", "quot", "apos"})
-    if (reference == name) return true;
-  if (!reference.starts_with('#')) return false;
+std::optional<double> realFromXml(std::string_view text) {
+  return numberFrom<double>(withoutPlus(trimmed(text)));
+}
+
+std::optional<PropertyList::Date> dateFromXml(std::string_view text) {
+  using namespace std::chrono;
+  text = trimmed(text);
+  if (!hasShapeOfDate(text)) return std::nullopt;
+  const auto y = digitsAt(text, 0, 4), m = digitsAt(text, 5, 2), d = digitsAt(text, 8, 2);
+  const auto hour = digitsAt(text, 11, 2), minute = digitsAt(text, 14, 2);
+  const auto second = digitsAt(text, 17, 2);
+  if (!y || !m || !d || !hour || !minute || !second) return std::nullopt;
+  const year_month_day day(year(static_cast<int>(*y)), month(*m), std::chrono::day(*d));
+  if (*y < 1 || !day.ok() || *hour > 23 || *minute > 59 || *second > 59) return std::nullopt;
+  return sys_days(day) + hours(*hour) + minutes(*minute) + seconds(*second);
+}
+
+std::optional<PropertyList::Data> dataFromXml(std::string_view text) {
+  std::string packed;
+  packed.reserve(text.size());
+  for (const char c : text)
+    if (!isSpace(c)) packed += c;
+  return decodeBase64(packed);
+}
+
+std::optional<char32_t> characterFromXml(std::string_view reference) {
+  if (reference == "amp") return U'&';
+  if (reference == "lt") return U'<';
+  if (reference == "gt") return U'>';
+  if (reference == "quot") return U'"';
+  if (reference == "apos") return U'\'';
+  if (!reference.starts_with('#')) return std::nullopt;
   const bool hexadecimal = reference.starts_with("#x");
-  std::uint32_t number = 0;
-  return reads(reference.substr(hexadecimal ? 2 : 1), number, hexadecimal ? 16 : 10) &&
-         isXmlCharacter(number);
+  const auto number =
+      numberFrom<std::uint32_t>(reference.substr(hexadecimal ? 2 : 1), hexadecimal ? 16 : 10);
+  if (!number || !isXmlCharacter(*number)) return std::nullopt;
+  return *number;
 }
 
 }  // namespace sentrel::storage

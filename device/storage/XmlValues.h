@@ -1,19 +1,23 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string_view>
+
+#include "sentrel/platform/PropertyList.h"
 
 namespace sentrel::storage {
 
-/// Whether the text of a leaf element stands for a value, exactly: no white space around it.
-bool isIntegerText(std::string_view text);
-bool isRealText(std::string_view text);
-bool isDateText(std::string_view text);
+/// The value that the text of a leaf element stands for, white space around it aside; none when it
+/// is anything but that. Nothing is clamped, rounded to another type or guessed, since the next
+/// rewrite of the file would make the guess final.
+std::optional<std::int64_t> integerFromXml(std::string_view text);
+std::optional<double> realFromXml(std::string_view text);
+std::optional<PropertyList::Date> dateFromXml(std::string_view text);
+std::optional<PropertyList::Data> dataFromXml(std::string_view text);
 
-/// White space may stand anywhere in it.
-bool isDataText(std::string_view text);
-
-/// Whether `reference`, the part of an entity between "&" and ";", stands for a character that XML
-/// can carry.
-bool isEntity(std::string_view reference);
+/// The character that `reference`, what stands between "&" and ";", means; none when there is none
+/// or when XML may not carry it.
+std::optional<char32_t> characterFromXml(std::string_view reference);
 
 }  // namespace sentrel::storage

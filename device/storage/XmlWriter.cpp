@@ -1,6 +1,7 @@
 #include "device/storage/XmlWriter.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <chrono>
 #include <cmath>
@@ -20,7 +21,7 @@ constexpr std::string_view head =
 
 /// Empty where `c` stands for itself. A carriage return would come back as a line feed from a
 /// reader that keeps to XML.
-std::string_view escapeFor(char c) {
+constexpr std::string_view escapeFor(char c) {
   switch (c) {
     case '&':
       return "&amp;";
@@ -33,6 +34,20 @@ std::string_view escapeFor(char c) {
     default:
       return {};
   }
+}
+
+constexpr auto special = [] {
+  std::array<bool, 256> table{};
+  for (std::size_t c = 0; c < table.size(); ++c)
+    table[c] = !escapeFor(static_cast<char>(c)).empty();
+  return table;
+}();
+
+/// How much of `text` stands for itself.
+std::size_t plainLength(std::string_view text) {
+  const auto end = std::find_if(text.begin(), text.end(),
+                                [](char c) { return special[static_cast<unsigned char>(c)]; });
+  return static_cast<std::size_t>(end - text.begin());
 }
 
 template <class Number>
@@ -49,7 +64,8 @@ void XmlWriter::begin() {
 
 bool XmlWriter::end() {
   out_ += "</plist>\n";
-  return out_.size() <= maximumPropertyListSize;
+  // Mark-up is ASCII, so the whole is clean only if every text in it is.
+  return out_.size() <= maximumPropertyListSize && qualityOf(out_) == TextQuality::clean;
 }
 
 bool XmlWriter::add(const PropertyList& value) {
@@ -129,10 +145,10 @@ bool XmlWriter::add(const PropertyList::Dictionary& entries) {
 }
 
 bool XmlWriter::addText(std::string_view name, std::string_view text) {
-  if (text.size() > maximumPropertyListSize || qualityOf(text) != TextQuality::clean) return false;
+  if (text.size() > maximumPropertyListSize) return false;
   indent();
   out_.append("<").append(name).append(">");
-  if (!addEscaped(text)) return false;
+  addEscaped(text);
   out_.append("</").append(name).append(">\n");
   return true;
 }
@@ -144,20 +160,14 @@ bool XmlWriter::addElement(std::string_view name, std::string_view text) {
   return true;
 }
 
-bool XmlWriter::addEscaped(std::string_view text) {
-  const std::size_t start = out_.size();
-  std::uint64_t escapes = 0;
+void XmlWriter::addEscaped(std::string_view text) {
   for (;;) {
-    const auto special =
-        std::find_if(text.begin(), text.end(), [](char c) { return !escapeFor(c).empty(); });
-    out_.append(text.begin(), special);
-    if (special == text.end()) break;
-    out_ += escapeFor(*special);
-    text.remove_prefix(static_cast<std::size_t>(special - text.begin()) + 1);
-    ++escapes;
+    const std::size_t plain = plainLength(text);
+    out_ += text.substr(0, plain);
+    if (plain == text.size()) return;
+    out_ += escapeFor(text[plain]);
+    text.remove_prefix(plain + 1);
   }
-  escapeWork_ += escapes * (out_.size() - start);
-  return escapeWork_ <= maximumEscapeWork;
 }
 
 void XmlWriter::indent() {

@@ -38,12 +38,11 @@ class XmlWriter {
 
   bool addText(std::string_view name, std::string_view text);
   bool addElement(std::string_view name, std::string_view text);
-  bool addEscaped(std::string_view text);
+  void addEscaped(std::string_view text);
   void indent();
 
   std::string out_;
   std::size_t depth_ = 0;
-  std::uint64_t escapeWork_ = 0;
 };
 
 }  // namespace sentrel::storage

@@ -1,0 +1,38 @@
+#include "device/storage/DeviceRoot.h"
+
+#include <gtest/gtest.h>
+
+#include "device/storage/RootedFiles.h"
+#include "tests/storage/TemporaryFolder.h"
+
+namespace sentrel::storage {
+namespace {
+
+TEST(DeviceRoot, PutsAbsolutePathsUnderItsFolder) {
+  EXPECT_EQ(DeviceRoot("/phone/").hostPath("/var/a..b/c"), "/phone/var/a..b/c");
+  EXPECT_EQ(DeviceRoot("/").hostPath("/var"), "/var");
+  EXPECT_EQ(DeviceRoot("phone").hostPath("/"), "phone/");
+}
+
+TEST(DeviceRoot, LetsNoPathOut) {
+  const DeviceRoot root("/phone");
+  for (const std::string path : {"", "var", "../var", "/..", "/../etc", "/var/../../etc", "/a/.."})
+    EXPECT_FALSE(root.hostPath(path)) << path;
+  EXPECT_FALSE(root.hostPath(std::string("/var\0/x", 7)));
+}
+
+TEST(RootedFiles, KnowsWhatExists) {
+  const TemporaryFolder folder;
+  folder.put("file", "");
+  std::filesystem::create_symlink("nowhere", folder.path("dangling"));
+  const RootedFiles files{DeviceRoot(folder.path())};
+  EXPECT_TRUE(files.fileExists("/file"));
+  EXPECT_TRUE(files.fileExists("/"));
+  EXPECT_FALSE(files.fileExists("/missing"));
+  EXPECT_FALSE(files.fileExists("/file/below"));
+  EXPECT_FALSE(files.fileExists("/dangling"));
+  EXPECT_FALSE(files.fileExists("file"));
+}
+
+}  // namespace
+}  // namespace sentrel::storage

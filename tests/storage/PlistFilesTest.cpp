@@ -1,0 +1,210 @@
+#include "device/storage/PlistFiles.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/resource.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstring>
+
+#include "device/storage/FileDescriptor.h"
+#include "device/storage/PropertyListCoding.h"
+#include "tests/storage/TemporaryFolder.h"
+
+namespace sentrel::storage {
+namespace {
+
+using Kind = PropertyListFault::Kind;
+namespace fs = std::filesystem;
+
+class PlistFilesTest : public testing::Test {
+ protected:
+  std::optional<Kind> faultAt(const std::string& name) const {
+    const auto reading = readDictionaryFile(folder_.path(name));
+    const auto* fault = std::get_if<PropertyListFault>(&reading);
+    // The port must see it as the diagnosis does.
+    EXPECT_EQ(files_.readDictionary("/" + name).has_value(), fault == nullptr);
+    return fault ? std::optional(fault->kind) : std::nullopt;
+  }
+
+  mode_t modeOf(const std::string& name) const {
+    struct stat status {};
+    ::lstat(folder_.path(name).c_str(), &status);
+    return status.st_mode & 07777;
+  }
+
+  /// Runs `action` in a process of its own and answers how that ended.
+  template <class Action>
+  static int inChild(Action action) {
+    const pid_t child = ::fork();
+    if (child == 0) {
+      action();
+      ::_exit(0);
+    }
+    int status = -1;
+    ::waitpid(child, &status, 0);
+    return status;
+  }
+
+  TemporaryFolder folder_;
+  PlistFiles files_{DeviceRoot(folder_.path())};
+  const PropertyList::Dictionary old_{{"a", 1}};
+  const PropertyList::Dictionary new_{{"a", 2}, {"b", PropertyList::Array{true, "text"}}};
+};
+
+TEST_F(PlistFilesTest, ReadsBackWhatItWrote) {
+  EXPECT_TRUE(files_.writeDictionary("/new.plist", new_));
+  EXPECT_EQ(files_.readDictionary("/new.plist"), new_);
+  EXPECT_TRUE(files_.writeDictionary("/new.plist", old_));
+  EXPECT_EQ(files_.readDictionary("/new.plist"), old_);
+  EXPECT_EQ(folder_.count(), 1);
+}
+
+TEST_F(PlistFilesTest, TellsWhyAFileCannotBeRead) {
+  fs::create_directory(folder_.path("folder"));
+  ASSERT_EQ(::mkfifo(folder_.path("pipe").c_str(), 0600), 0);
+  fs::create_symlink("circle", folder_.path("circle"));
+  fs::create_symlink("/dev/zero", folder_.path("device"));
+  folder_.put("empty", "");
+  folder_.put("array", "<plist><array/></plist>");
+  folder_.put("damaged", "<plist><dict>");
+  EXPECT_EQ(faultAt("missing"), Kind::missing);
+  EXPECT_EQ(faultAt("empty/below"), Kind::missing);
+  EXPECT_EQ(faultAt("folder"), Kind::directory);
+  EXPECT_EQ(faultAt("pipe"), Kind::pipe);
+  EXPECT_EQ(faultAt("device"), Kind::specialFile);
+  EXPECT_EQ(faultAt("circle"), Kind::unreadable);
+  EXPECT_EQ(faultAt(std::string(300, 'n')), Kind::unreadable);
+  EXPECT_EQ(faultAt("empty"), Kind::empty);
+  EXPECT_EQ(faultAt("array"), Kind::notADictionary);
+  EXPECT_EQ(faultAt("damaged"), Kind::damaged);
+}
+
+TEST_F(PlistFilesTest, TellsASocketFromAFile) {
+  const FileDescriptor socket(::socket(AF_UNIX, SOCK_STREAM, 0));
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  std::strncpy(address.sun_path, folder_.path("socket").c_str(), sizeof address.sun_path - 1);
+  ASSERT_EQ(::bind(socket.number(), reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+  EXPECT_EQ(faultAt("socket"), Kind::specialFile);
+}
+
+TEST_F(PlistFilesTest, ReadsNothingWithoutPermission) {
+  ASSERT_TRUE(files_.writeDictionary("/secret", old_));
+  ASSERT_EQ(::chmod(folder_.path("secret").c_str(), 0), 0);
+  ASSERT_EQ(::chmod(folder_.path().c_str(), 0755), 0);
+  const int status = inChild([this] {
+    // Root may read everything; a user without a name may not.
+    if (::geteuid() == 0 && ::setuid(65534) != 0) ::_exit(1);
+    ::_exit(faultAt("secret") == Kind::noPermission ? 0 : 2);
+  });
+  EXPECT_EQ(status, 0);
+}
+
+TEST_F(PlistFilesTest, RefusesALargeFileWithoutReadingIt) {
+  folder_.put("large", "<plist><dict/></plist>");
+  fs::resize_file(folder_.path("large"), 64 << 20);
+  const int status = inChild([this] {
+    // Too little memory to hold it.
+    const rlimit limit{32 << 20, 32 << 20};
+    ::setrlimit(RLIMIT_DATA, &limit);
+    ::_exit(faultAt("large") == Kind::tooLarge ? 0 : 1);
+  });
+  EXPECT_EQ(status, 0);
+}
+
+TEST_F(PlistFilesTest, KeepsTheModeAndMakesNewFilesPrivate) {
+  const mode_t mask = ::umask(0);
+  EXPECT_TRUE(files_.writeDictionary("/settings", old_));
+  EXPECT_EQ(modeOf("settings"), 0600u);
+  ASSERT_EQ(::chmod(folder_.path("settings").c_str(), 0644), 0);
+  ::umask(077);
+  EXPECT_TRUE(files_.writeDictionary("/settings", new_));
+  EXPECT_EQ(modeOf("settings"), 0644u);
+  ::umask(mask);
+}
+
+TEST_F(PlistFilesTest, KeepsTheOwner) {
+  if (::geteuid() != 0) GTEST_SKIP() << "only root may give files away";
+  ASSERT_TRUE(files_.writeDictionary("/settings", old_));
+  ASSERT_EQ(::chown(folder_.path("settings").c_str(), 501, 502), 0);
+  ASSERT_TRUE(files_.writeDictionary("/settings", new_));
+  struct stat status {};
+  ASSERT_EQ(::stat(folder_.path("settings").c_str(), &status), 0);
+  EXPECT_EQ(status.st_uid, 501u);
+  EXPECT_EQ(status.st_gid, 502u);
+}
+
+TEST_F(PlistFilesTest, WritesThroughALink) {
+  fs::create_directory(folder_.path("elsewhere"));
+  ASSERT_TRUE(files_.writeDictionary("/elsewhere/settings", old_));
+  fs::create_symlink("elsewhere/settings", folder_.path("link"));
+  EXPECT_TRUE(files_.writeDictionary("/link", new_));
+  EXPECT_TRUE(fs::is_symlink(folder_.path("link")));
+  EXPECT_EQ(files_.readDictionary("/elsewhere/settings"), new_);
+  EXPECT_EQ(folder_.count(), 2);
+}
+
+TEST_F(PlistFilesTest, ReplacesNothingButAFile) {
+  fs::create_directory(folder_.path("folder"));
+  ASSERT_EQ(::mkfifo(folder_.path("pipe").c_str(), 0600), 0);
+  fs::create_symlink("nowhere", folder_.path("dangling"));
+  for (const char* path : {"/folder", "/pipe", "/dangling", "/missing/settings"})
+    EXPECT_FALSE(files_.writeDictionary(path, new_)) << path;
+  EXPECT_TRUE(fs::is_directory(folder_.path("folder")));
+  EXPECT_TRUE(fs::is_fifo(folder_.path("pipe")));
+  EXPECT_TRUE(fs::is_symlink(folder_.path("dangling")));
+  EXPECT_EQ(folder_.count(), 3);
+}
+
+TEST_F(PlistFilesTest, LeavesTheOldFileWhenTheNewOneCannotBeMadeOrRead) {
+  ASSERT_TRUE(files_.writeDictionary("/settings", old_));
+  const std::string before = folder_.content("settings");
+  EXPECT_FALSE(files_.writeDictionary("/settings", {{"a", "\xFF"}}));
+  EXPECT_FALSE(files_.writeDictionary("/settings", {{"a", std::string(2 << 20, 'a')}}));
+  EXPECT_EQ(folder_.content("settings"), before);
+  EXPECT_EQ(folder_.count(), 1);
+}
+
+TEST_F(PlistFilesTest, LeavesTheOldFileWhenTheDiskIsFull) {
+  ASSERT_TRUE(files_.writeDictionary("/settings", old_));
+  const std::string before = folder_.content("settings");
+  const int status = inChild([this] {
+    ::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{64, 64};
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+    ::_exit(files_.writeDictionary("/settings", new_) ? 1 : 0);
+  });
+  EXPECT_EQ(status, 0);
+  EXPECT_EQ(folder_.content("settings"), before);
+  EXPECT_EQ(folder_.count(), 1);
+}
+
+TEST_F(PlistFilesTest, ShowsWholeFilesThroughKilledWriters) {
+  const std::string padding(50'000, 'x');
+  const PropertyList::Dictionary versions[] = {{{"v", 0}, {"p", padding}},
+                                               {{"v", 1}, {"p", padding}}};
+  ASSERT_TRUE(files_.writeDictionary("/settings", versions[0]));
+  for (int round = 0; round < 20; ++round) {
+    const pid_t writer = ::fork();
+    if (writer == 0)
+      for (unsigned i = 0;; ++i)
+        files_.writeDictionary("/settings", versions[i % 2]);
+    for (int reads = 0; reads < 5 + round; ++reads) {
+      const auto read = files_.readDictionary("/settings");
+      EXPECT_TRUE(read == versions[0] || read == versions[1]);
+    }
+    ::kill(writer, SIGKILL);
+    ::waitpid(writer, nullptr, 0);
+    const auto left = files_.readDictionary("/settings");
+    EXPECT_TRUE(left == versions[0] || left == versions[1]);
+  }
+}
+
+}  // namespace
+}  // namespace sentrel::storage

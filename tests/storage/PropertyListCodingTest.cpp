@@ -1,0 +1,394 @@
+#include "device/storage/PropertyListCoding.h"
+
+#include <gtest/gtest.h>
+#include <plist/plist.h>
+
+#include <cmath>
+#include <limits>
+
+#include "tests/storage/BinaryListBuilder.h"
+
+namespace sentrel::storage {
+namespace {
+
+using Kind = PropertyListFault::Kind;
+using Dictionary = PropertyList::Dictionary;
+using Array = PropertyList::Array;
+
+constexpr auto largest = std::numeric_limits<std::int64_t>::max();
+constexpr auto smallest = std::numeric_limits<std::int64_t>::min();
+
+PropertyList::Date date(double secondsSince1970) {
+  return PropertyList::Date(Seconds(secondsSince1970));
+}
+
+std::string xml(const std::string& value) {
+  return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\">" + value + "</plist>";
+}
+
+std::string repeated(std::size_t times, const std::string& text) {
+  std::string result;
+  for (std::size_t i = 0; i < times; ++i)
+    result += text;
+  return result;
+}
+
+/// What parsePropertyList() makes of `bytes`, as text for comparing.
+std::string outcome(const std::string& bytes) {
+  const auto reading = parsePropertyList(bytes);
+  if (const auto* fault = std::get_if<PropertyListFault>(&reading)) return describe(*fault);
+  return "reads as " + sentrel::describe(std::get<PropertyList>(reading));
+}
+
+void expectFault(const std::string& bytes, Kind kind) {
+  const auto reading = parsePropertyList(bytes);
+  const auto* fault = std::get_if<PropertyListFault>(&reading);
+  ASSERT_TRUE(fault) << outcome(bytes).substr(0, 200);
+  EXPECT_EQ(fault->kind, kind) << describe(*fault);
+}
+
+void expectValue(const std::string& bytes, const PropertyList& value) {
+  const auto reading = parsePropertyList(bytes);
+  const auto* read = std::get_if<PropertyList>(&reading);
+  ASSERT_TRUE(read) << outcome(bytes);
+  EXPECT_EQ(*read, value) << outcome(bytes);
+}
+
+/// `document` as libplist reads it, written by libplist in the binary form.
+std::string binaryByLibplist(const std::string& document) {
+  plist_t tree = nullptr;
+  plist_from_xml(document.data(), static_cast<std::uint32_t>(document.size()), &tree);
+  char* bytes = nullptr;
+  std::uint32_t length = 0;
+  plist_to_bin(tree, &bytes, &length);
+  const std::string binary(bytes ? bytes : "", length);
+  plist_to_bin_free(bytes);
+  plist_free(tree);
+  return binary;
+}
+
+PropertyList everyType() {
+  return Dictionary{
+      {"yes", true},
+      {"no", false},
+      {"integers", Array{0, 1, -1, 255, 65536, largest, smallest}},
+      {"reals", Array{0.0, 60.0, 0.1, -1e-300, 1.7976931348623157e308,
+                      std::numeric_limits<double>::infinity()}},
+      {"texts", Array{"", " a\tb\n ", "<&>\"']]>", "\r\n", "Grüße 🔒", std::string(300, 'x')}},
+      {"", "the empty key"},
+      {"a<b&c", "a key with marks"},
+      {"data", Array{PropertyList::Data{}, PropertyList::Data{0, 255, 1}}},
+      {"dates", Array{date(0), date(-86400.0 * 365 * 1000), date(64092211200.0), date(1e9 + 1)}},
+      {"nested", Array{Dictionary{}, Array{}, Dictionary{{"in", Array{Array{true}}}}}},
+  };
+}
+
+TEST(PropertyListCoding, KeepsEveryTypeApartThroughXml) {
+  const auto document = serializePropertyList(everyType());
+  ASSERT_TRUE(document);
+  expectValue(*document, everyType());
+}
+
+TEST(PropertyListCoding, AgreesWithLibplistOnXmlAndBinary) {
+  const auto document = serializePropertyList(everyType());
+  ASSERT_TRUE(document);
+  expectValue(binaryByLibplist(*document), everyType());
+}
+
+TEST(PropertyListCoding, KeepsWholeSecondsOfADate) {
+  const auto document = serializePropertyList(date(-0.25));
+  ASSERT_TRUE(document);
+  expectValue(*document, date(-1));
+}
+
+TEST(PropertyListCoding, ReadsNotANumber) {
+  const auto document = serializePropertyList(std::nan(""));
+  ASSERT_TRUE(document);
+  const auto reading = parsePropertyList(*document);
+  const auto* value = std::get_if<PropertyList>(&reading);
+  ASSERT_TRUE(value && value->as<double>());
+  EXPECT_TRUE(std::isnan(*value->as<double>()));
+}
+
+TEST(PropertyListCoding, ReadsXmlAsOthersWriteIt) {
+  const std::pair<std::string, PropertyList> cases[] = {
+      {"<true/>", true},
+      {"<dict/>", Dictionary{}},
+      {"<!-- it's --><plist><array><!-- > --><true></true></array><!-- - --></plist>\n",
+       Array{true}},
+      {"<?xml version='1.0'?><!DOCTYPE plist SYSTEM \"a>b\"><plist version='>'><false/></plist>",
+       false},
+      {xml("<integer> +7\n</integer>"), 7},
+      {xml("<integer>0x1f</integer>"), 31},
+      {xml("<real> -1.5e3 </real>"), -1500.0},
+      {xml("<string>&lt;&#65;&#x1F512;&apos;<![CDATA[<&amp;>]]>b<!-- c -->d</string>"),
+       "<A🔒'<&amp;>bd"},
+      {xml("<string />"), ""},
+      {xml("<data>\n\tQU JD\n\tRA==\n</data>"), PropertyList::Data{'A', 'B', 'C', 'D'}},
+      {xml("<date>2001-01-01T00:00:01Z</date>"), date(978307201)},
+      {xml("<dict><key>a</key><true/><key>a</key><false/></dict>"), Dictionary{{"a", false}}},
+  };
+  for (const auto& [document, value] : cases) {
+    SCOPED_TRACE(document);
+    expectValue(document, value);
+  }
+}
+
+TEST(PropertyListCoding, RefusesXmlThatItWouldHaveToGuessAt) {
+  const std::string values[] = {
+      "<integer>abc</integer>",
+      "<integer></integer>",
+      "<integer/>",
+      "<integer>12 3</integer>",
+      "<integer>9223372036854775808</integer>",
+      "<integer>-9223372036854775809</integer>",
+      "<integer>99999999999999999999</integer>",
+      "<integer>010</integer>",
+      "<integer>0x-1</integer>",
+      "<integer>+-1</integer>",
+      "<real>1,5</real>",
+      "<real>1e999</real>",
+      "<real/>",
+      "<date>yesterday</date>",
+      "<date>2023-02-29T00:00:00Z</date>",
+      "<date>2023-01-01T24:00:00Z</date>",
+      "<date>2023-01-01T00:00:0-Z</date>",
+      "<data>Q</data>",
+      "<data>QUJD=</data>",
+      "<data>QU*D</data>",
+      "<true>x</true>",
+      "<string>a&b</string>",
+      "<string>&unknown;</string>",
+      "<string>&amp</string>",
+      "<string>&#0;</string>",
+      "<string>&#xD800;</string>",
+      "<string>&#x110000;</string>",
+      "<string>a\x01</string>",
+      "<string>a<b/></string>",
+      "<string>a</array>",
+      "<dict><key>a</key></dict>",
+      "<dict><key>a</key><key>b</key></dict>",
+      "<dict><true/></dict>",
+      "<dict><key/><true/></dict>",
+      "<array><key>a</key></array>",
+      "<array><true/></dict>",
+      "<array>text</array>",
+      "<array><true/>",
+      "<true/><true/>",
+      "<null/>",
+      "<plist><true/></plist>",
+      "",
+  };
+  for (const std::string& value : values) {
+    SCOPED_TRACE(value);
+    expectFault(xml(value), Kind::damaged);
+  }
+}
+
+TEST(PropertyListCoding, RefusesWhatIsNoPropertyList) {
+  const std::pair<std::string, Kind> cases[] = {
+      {"", Kind::empty},
+      {" \n", Kind::damaged},
+      {"{ old = style; }", Kind::damaged},
+      {"\xEF\xBB\xBF<plist><true/></plist>", Kind::damaged},
+      {xml("<true/>") + "junk", Kind::damaged},
+      {xml("<true/>") + xml("<true/>"), Kind::damaged},
+      {"<!DOCTYPE plist [<!ENTITY a \"b\">]><plist><true/></plist>", Kind::damaged},
+      {"<plist/>", Kind::damaged},
+      {"<html></html>", Kind::damaged},
+      {xml("<string>\xFF</string>"), Kind::notUtf8},
+      {xml("<string>\xC0\xAF</string>"), Kind::notUtf8},
+      {xml("<string>\xED\xA0\x80</string>"), Kind::notUtf8},
+      {xml("<string>\xF4\x90\x80\x80</string>"), Kind::notUtf8},
+      {xml("<dict><key>\xE2\x82</key><true/></dict>"), Kind::notUtf8},
+      {std::string("\xFF\xFE<\0p\0", 6), Kind::notUtf8},
+      {std::string(std::size_t{1} << 21, ' '), Kind::tooLarge},
+  };
+  for (const auto& [bytes, kind] : cases) {
+    SCOPED_TRACE(bytes.substr(0, 60));
+    expectFault(bytes, kind);
+  }
+}
+
+TEST(PropertyListCoding, NamesTheLineOfAFault) {
+  EXPECT_EQ(outcome("<plist>\n<dict>\n<key>a</key>\n<integer>x</integer>\n</dict></plist>"),
+            "it is damaged: no integer of 64 bits (line 4)");
+}
+
+TEST(PropertyListCoding, BoundsTheDepthOfXml) {
+  const auto nested = [](std::size_t depth) {
+    return xml(repeated(depth - 1, "<array>") + "<dict/>" + repeated(depth - 1, "</array>"));
+  };
+  EXPECT_TRUE(std::holds_alternative<PropertyList>(parsePropertyList(nested(256))));
+  expectFault(nested(257), Kind::tooDeep);
+  expectFault(repeated(100'000, "<array>"), Kind::tooDeep);
+  expectFault(repeated(100'000, "<dict><key/>"), Kind::tooLarge);
+  expectFault(repeated(80'000, "<dict><key>"), Kind::damaged);
+}
+
+TEST(PropertyListCoding, ReadsAMegabyteOfEscapesInLinearTime) {
+  const std::string text(200'000, '<');
+  const auto document = serializePropertyList(text);
+  ASSERT_TRUE(document);
+  expectValue(*document, text);
+}
+
+TEST(PropertyListCoding, ReadsNothingOutOfATruncatedFile) {
+  const std::string document = *serializePropertyList(everyType());
+  const std::string whole = document.substr(0, document.rfind('>') + 1);
+  for (const std::string& sample : {whole, binaryByLibplist(document)})
+    for (std::size_t length = 0; length < sample.size(); ++length) {
+      const auto reading = parsePropertyList(sample.substr(0, length));
+      ASSERT_TRUE(std::holds_alternative<PropertyListFault>(reading)) << length;
+    }
+}
+
+TEST(PropertyListCoding, SurvivesEveryChangedByteOfABinaryFile) {
+  const std::string sample = binaryByLibplist(*serializePropertyList(everyType()));
+  for (std::size_t i = 0; i < sample.size(); ++i)
+    for (const int change : {0x01, 0x10, 0x80, 0xFF}) {
+      std::string changed = sample;
+      changed[i] = static_cast<char>(changed[i] ^ change);
+      // Whatever it reads as can be judged, and written where XML has a form for it.
+      const auto reading = parsePropertyList(changed);
+      const auto* value = std::get_if<PropertyList>(&reading);
+      const auto document = value ? serializePropertyList(*value) : std::nullopt;
+      if (document)
+        ASSERT_EQ(serializePropertyList(std::get<PropertyList>(parsePropertyList(*document))),
+                  document);
+    }
+}
+
+TEST(BinaryPropertyList, SharesLeavesButNoCollections) {
+  BinaryListBuilder list;
+  const auto flag = list.add("\x09");
+  const auto inner = list.addArray({flag, flag});
+  expectValue(list.finish(inner), Array{true, true});
+  expectFault(list.finish(list.addArray({inner, inner})), Kind::damaged);
+}
+
+TEST(BinaryPropertyList, RefusesOneThatUnfoldsWithoutBound) {
+  BinaryListBuilder list(1);
+  auto last = list.addArray({list.add("\x09")});
+  for (int level = 0; level < 20; ++level)
+    last = list.addArray({last, last, last, last});
+  const std::string file = list.finish(last);
+  ASSERT_LT(file.size(), 300u);
+  expectFault(file, Kind::damaged);
+}
+
+TEST(BinaryPropertyList, RefusesCircles) {
+  BinaryListBuilder list;
+  list.addArray({1});
+  list.addArray({0});
+  expectFault(list.finish(0), Kind::damaged);
+  BinaryListBuilder self;
+  expectFault(self.finish(self.addArray({0})), Kind::damaged);
+}
+
+TEST(BinaryPropertyList, BoundsWhatSharedLeavesUnfoldTo) {
+  BinaryListBuilder texts;
+  const auto text = texts.add('\x5F' + std::string("\x11\x40\x00", 3) + std::string(0x4000, 'a'));
+  expectValue(texts.finish(texts.addArray({text, text})),
+              Array{std::string(0x4000, 'a'), std::string(0x4000, 'a')});
+  expectFault(texts.finish(texts.addArray(std::vector<std::uint32_t>(100, text))), Kind::tooLarge);
+  BinaryListBuilder flags;
+  const auto flag = flags.add("\x09");
+  expectFault(flags.finish(flags.addArray(std::vector<std::uint32_t>(160'000, flag))),
+              Kind::tooLarge);
+}
+
+TEST(BinaryPropertyList, BoundsItsDepth) {
+  BinaryListBuilder list(4);
+  auto last = list.addArray({});
+  for (int depth = 1; depth < 256; ++depth)
+    last = list.addArray({last});
+  EXPECT_TRUE(std::holds_alternative<PropertyList>(parsePropertyList(list.finish(last))));
+  expectFault(list.finish(list.addArray({last})), Kind::tooDeep);
+  for (int depth = 256; depth < 100'000; ++depth)
+    last = list.addArray({last});
+  expectFault(list.finish(last), Kind::tooDeep);
+}
+
+TEST(BinaryPropertyList, RefusesObjectsThatItCannotTakeAsTheyAre) {
+  const std::pair<std::string, Kind> objects[] = {
+      {std::string("\x00", 1), Kind::unsupportedType},                 // null
+      {"\x0F", Kind::unsupportedType},                                 // filler
+      {"\x80\x01", Kind::unsupportedType},                             // an identifier
+      {"\xC1\x01", Kind::unsupportedType},                             // a set
+      {"\x14" + std::string(16, '\x01'), Kind::damaged},               // an integer of 128 bits
+      {"\x21\x01\x01", Kind::damaged},                                 // a real of 2 bytes
+      {"\x33\x7F\xF0" + std::string(6, '\0'), Kind::unsupportedType},  // an infinite date
+      {"\x51\xFF", Kind::notUtf8},                                     // text of one byte
+      {std::string("\x51\x00", 2), Kind::damaged},                     // text with a zero
+      {std::string("\x61\xD8\x00", 3), Kind::notUtf8},                 // half a pair
+      {std::string("\x62\xDC\x00\x00\x41", 5), Kind::notUtf8},         // the other half
+      {"\x5E", Kind::damaged},                                         // text over the end
+      {"\x4F\x13\x7F\xFF\xFF\xFF\xFF\xFF\xFF\xFF", Kind::damaged},     // data over the end
+      {"\xAF\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF", Kind::damaged},     // array over the end
+      {std::string("\xA1\x00\x09", 3), Kind::damaged},                 // reference to nothing
+      {std::string("\xD1\x00\x01\x00\x01", 5), Kind::damaged},         // a key that is no text
+      {"\x5F\x51", Kind::damaged},                                     // count that is no number
+  };
+  for (const auto& [bytes, kind] : objects) {
+    SCOPED_TRACE(testing::PrintToString(bytes));
+    BinaryListBuilder list;
+    const auto object = list.add(bytes);
+    list.add("\x09");
+    expectFault(list.finish(object), kind);
+  }
+}
+
+TEST(BinaryPropertyList, RefusesATrailerThatMakesNoSense) {
+  BinaryListBuilder list;
+  const std::string good = list.finish(list.add("\x09"));
+  expectValue(good, true);
+  const std::size_t trailer = good.size() - 32;
+  const std::pair<std::size_t, char> changes[] = {
+      {0, 'x'},
+      {6, '1'},
+      {trailer + 6, '\0'},
+      {trailer + 6, '\x09'},
+      {7, '1'},
+      {trailer + 7, '\0'},
+      {trailer + 15, '\x02'},
+      {trailer + 8, '\x7F'},
+      {trailer + 23, '\x01'},
+      {trailer + 31, '\x08'},
+      {trailer + 24, '\x7F'},
+  };
+  for (const auto& [position, byte] : changes) {
+    SCOPED_TRACE(position);
+    std::string changed = good;
+    changed[position] = byte;
+    expectFault(changed, Kind::damaged);
+  }
+}
+
+TEST(PropertyListCoding, WritesNothingThatCannotBeReadBack) {
+  const auto nested = [](int depth) {
+    PropertyList value = Array{};
+    for (int i = 1; i < depth; ++i)
+      value = Array{std::move(value)};
+    return value;
+  };
+  EXPECT_TRUE(serializePropertyList(nested(256)));
+  const PropertyList values[] = {
+      "\xFF",
+      std::string("a\0b", 3),
+      "\x1B",
+      "\xEF\xBF\xBF",
+      Dictionary{{"\xC3", true}},
+      date(1e12),
+      date(std::nan("")),
+      std::string(1 << 20, 'a'),
+      std::string(300'000, '&'),
+      PropertyList::Data(900'000),
+      nested(257),
+  };
+  for (const PropertyList& value : values)
+    EXPECT_FALSE(serializePropertyList(value)) << sentrel::describe(value).substr(0, 40);
+}
+
+}  // namespace
+}  // namespace sentrel::storage
