@@ -1,5 +1,6 @@
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <unordered_set>
@@ -210,12 +211,14 @@ void folderSizes(benchmark::internal::Benchmark* benchmark) {
 BENCHMARK_CAPTURE(matchFolder, differentNames, differentFolders)->Apply(folderSizes);
 BENCHMARK_CAPTURE(matchFolder, oneName, nearMatches)->Apply(folderSizes);
 
-/// The application lies in the folder that is stored last, the home screen shows that folder alone.
+/// The application lies in the folder that is stored first, which is looked at last; the home
+/// screen shows that folder alone.
 void isFolderProtectedForApp(benchmark::State& state) {
   const auto recordCount = static_cast<int>(state.range(0));
   const auto iconCount = static_cast<int>(state.range(1));
-  HomeScreen homeScreen(
-      {{std::string(settings_keys::folders), differentFolders(recordCount, iconCount)}});
+  Array records = differentFolders(recordCount, iconCount);
+  std::ranges::reverse(records);
+  HomeScreen homeScreen({{std::string(settings_keys::folders), std::move(records)}});
   const auto folder = homeScreen.device.homeScreen().addFolder("Folder", {});
   for (int i = 0; i < iconCount; ++i)
     folder->add(simulated::makeIcon(identifier(i), "Application " + std::to_string(i)));
