@@ -249,13 +249,13 @@ TEST(PropertyListCoding, SurvivesEveryChangedByteOfABinaryFile) {
     for (const int change : {0x01, 0x10, 0x80, 0xFF}) {
       std::string changed = sample;
       changed[i] = static_cast<char>(changed[i] ^ change);
-      // Whatever it reads as can be judged, and written where XML has a form for it.
+      // Whatever it reads as can be written, where XML has a form for it, and read again.
       const auto reading = parsePropertyList(changed);
       const auto* value = std::get_if<PropertyList>(&reading);
       const auto document = value ? serializePropertyList(*value) : std::nullopt;
-      if (document)
-        ASSERT_EQ(serializePropertyList(std::get<PropertyList>(parsePropertyList(*document))),
-                  document);
+      if (!document) continue;
+      const auto again = parsePropertyList(*document);
+      ASSERT_EQ(serializePropertyList(std::get<PropertyList>(again)), document);
     }
 }
 
