@@ -34,6 +34,7 @@ class SimulatedDevice {
   NotificationHub& distributed() noexcept { return *distributed_; }
   MessageHub& messages() noexcept { return *messages_; }
   WiFiState& wifi() noexcept { return *wifi_; }
+  std::shared_ptr<const WiFiState> sharedWiFi() const noexcept { return wifi_; }
 
   /// What was done with the lock, the applications, the sensor, the libraries and the programs.
   Journal& journal() noexcept { return *journal_; }

@@ -39,8 +39,6 @@ PropertyList::Data dataOf(plist_t node) {
 }
 
 /// libplist tells a date in 32-bit seconds only, which end in 2069; in the binary form it writes
-/// the whole number, right behind an 8-byte header and the marker.
-/// libplist tells a date in 32-bit seconds only, which end in 2069; in the binary form it writes
 /// the whole number, right behind an 8-byte header and the marker. Not finite when it has none.
 Seconds since2001(plist_t node) {
   constexpr std::size_t start = 9;

@@ -6,7 +6,7 @@
 #include "device/bus/BusNotificationCenter.h"
 #include "device/bus/LocalNotificationCenter.h"
 #include "device/bus/SystemClock.h"
-#include "device/simulated/SimulatedMainBundle.h"
+#include "device/simulated/DeviceRootReader.h"
 #include "device/simulated/SimulatedWiFi.h"
 #include "device/storage/PlistFiles.h"
 #include "device/storage/RootedFiles.h"
@@ -33,15 +33,18 @@ RealProcess::RealProcess(const char* program, const std::string& bundleIdentifie
                          const std::string& root, const std::string& busAddress)
     : loop_(std::make_shared<bus::RunLoop>()), connection_(connect(program, loop_, busAddress)) {
   const bool isSpringBoard = bundleIdentifier == springBoardBundleIdentifier;
+  simulated::DeviceRootReader reader{storage::DeviceRoot(root)};
+  reader.fill(device_);
   Platform platform;
   device_.addCommonParts(platform);
   if (isSpringBoard) device_.addSpringBoardClasses(platform);
-  platform.mainBundle = std::make_shared<simulated::SimulatedMainBundle>(bundleIdentifier);
-  platform.wifi = std::make_shared<simulated::SimulatedWiFi>(
-      std::make_shared<simulated::WiFiState>(), isSpringBoard);
+  platform.mainBundle = reader.mainBundle(bundleIdentifier);
+  platform.wifi = std::make_shared<simulated::SimulatedWiFi>(device_.sharedWiFi(), isSpringBoard);
   addRealParts(platform, root);
   process_ = std::make_unique<Process>(std::move(platform));
   Process::setMain(process_.get());
+  for (const std::string& complaint : reader.complaints())
+    std::fprintf(stderr, "%s: %s\n", program, complaint.c_str());
 }
 
 void RealProcess::addRealParts(Platform& platform, const std::string& root) const {

@@ -12,8 +12,9 @@
 namespace sentrel::programs {
 
 /// A program's own copy of the library on real parts: files under a device root, a connection to
-/// the bus and a run loop. What only a phone has, sensors and screens, is simulated in memory. It
-/// makes itself the process that every thread is in. To be made on the main thread, once.
+/// the bus and a run loop. What only a phone has, sensors and screens, is simulated in memory, as
+/// the device root describes it; what it describes wrongly is said on standard error. It makes
+/// itself the process that every thread is in. To be made on the main thread, once.
 class RealProcess {
  public:
   /// `busAddress` empty: no bus; nothing is answered or heard, and nothing is said about it.

@@ -32,5 +32,9 @@ struct Command {
 std::span<const Command> storeCommands();
 std::span<const Command> listCommands();
 std::span<const Command> checkCommands();
+std::span<const Command> explainCommands();
+std::span<const Command> passcodeCommands();
+std::span<const Command> networkCommands();
+std::span<const Command> folderCommands();
 
 }  // namespace sentrel::sentrelctl

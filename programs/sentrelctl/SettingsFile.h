@@ -17,8 +17,7 @@ PropertyList::Dictionary readSettingsFile(const Context& context);
 
 /// Stores `value` under `key` through the library, or removes the key, and tells every process.
 /// Throws ProgramError with the reason when the file could not be changed.
-void changeSetting(const Context& context, std::string_view key,
-                   std::optional<PropertyList> value);
+void changeSetting(const Context& context, std::string_view key, std::optional<PropertyList> value);
 
 /// What a person would write for a value of one of the file's types.
 std::string shown(const PropertyList& value);

@@ -19,7 +19,8 @@ using programs::UsageError;
 
 std::vector<Command> allCommands() {
   std::vector<Command> commands;
-  for (const auto table : {storeCommands(), listCommands(), checkCommands()})
+  for (const auto table : {storeCommands(), listCommands(), checkCommands(), explainCommands(),
+                           passcodeCommands(), networkCommands(), folderCommands()})
     commands.insert(commands.end(), table.begin(), table.end());
   return commands;
 }

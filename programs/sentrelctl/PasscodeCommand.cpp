@@ -1,0 +1,123 @@
+#include <termios.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <string>
+
+#include "programs/common/CommandLine.h"
+#include "programs/sentrelctl/Command.h"
+#include "programs/sentrelctl/SettingsFile.h"
+#include "sentrel/settings/SNSettings.h"
+
+namespace sentrel::sentrelctl {
+namespace {
+
+using programs::ExitCode;
+using programs::ProgramError;
+using programs::UsageError;
+
+/// A text that is wiped when it goes.
+class Secret {
+ public:
+  Secret() = default;
+  ~Secret() { wipe(); }
+  Secret(const Secret&) = delete;
+  Secret& operator=(const Secret&) = delete;
+
+  /// So much room that the text never moves and leaves a copy behind.
+  void reserve() { text_.reserve(capacity); }
+  bool append(char c) {
+    if (text_.size() == capacity) return false;
+    text_ += c;
+    return true;
+  }
+  const std::string& text() const noexcept { return text_; }
+
+ private:
+  static constexpr std::size_t capacity = 4096;
+
+  void wipe() noexcept {
+    volatile char* at = text_.data();
+    for (std::size_t i = 0; i < text_.size(); ++i)
+      at[i] = 0;
+  }
+
+  std::string text_;
+};
+
+/// Keeps a terminal from showing what is typed; nothing where standard input is none.
+class SilentTerminal {
+ public:
+  SilentTerminal() : isTerminal_(isatty(STDIN_FILENO) && tcgetattr(STDIN_FILENO, &shown_) == 0) {
+    if (!isTerminal_) return;
+    termios hidden = shown_;
+    hidden.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+    tcsetattr(STDIN_FILENO, TCSAFLUSH, &hidden);
+    std::fputs("passcode: ", stderr);
+  }
+  ~SilentTerminal() {
+    if (!isTerminal_) return;
+    tcsetattr(STDIN_FILENO, TCSAFLUSH, &shown_);
+    std::fputs("\n", stderr);
+  }
+  SilentTerminal(const SilentTerminal&) = delete;
+  SilentTerminal& operator=(const SilentTerminal&) = delete;
+
+ private:
+  termios shown_{};
+  bool isTerminal_;
+};
+
+/// One line of standard input, read byte by byte so that no buffer keeps it.
+void readLine(Secret& line) {
+  const SilentTerminal silent;
+  line.reserve();
+  for (char c = 0; ::read(STDIN_FILENO, &c, 1) == 1 && c != '\n';)
+    if (!line.append(c)) throw UsageError("the passcode on standard input is too long");
+}
+
+ExitCode setPasscode(const Context& context) {
+  readSettingsFile(context);
+  Secret passcode;
+  readLine(passcode);
+  if (passcode.text().empty()) throw UsageError("no passcode on standard input");
+  if (!SNSettings::sharedSettings().savePasscode(passcode.text()))
+    throw ProgramError("the passcode could not be stored; the old one, if any, is as it was");
+  return programs::exitDone;
+}
+
+ExitCode removePasscode(const Context& context) {
+  readSettingsFile(context);
+  if (!SNSettings::sharedSettings().removePasscode())
+    throw ProgramError("the passcode could not be removed; it is as it was");
+  return programs::exitDone;
+}
+
+ExitCode checkPasscode(const Context& context) {
+  readSettingsFile(context);
+  Secret candidate;
+  readLine(candidate);
+  const bool matches = SNSettings::sharedSettings().validatePasscode(candidate.text());
+  std::puts(matches ? "YES" : "NO");
+  return matches ? programs::exitDone : programs::exitNo;
+}
+
+ExitCode passcode(const Context& context, const Arguments& arguments) {
+  if (arguments[0] == "set") return setPasscode(context);
+  if (arguments[0] == "remove") return removePasscode(context);
+  if (arguments[0] == "check") return checkPasscode(context);
+  throw UsageError("expected passcode set, remove or check");
+}
+
+constexpr Command commands[] = {
+    {"passcode", "set|remove|check", "reads a passcode from standard input, without echo", 1, 1,
+     passcode},
+};
+
+}  // namespace
+
+std::span<const Command> passcodeCommands() {
+  return commands;
+}
+
+}  // namespace sentrel::sentrelctl
