@@ -3,8 +3,10 @@
 #include <sdbus-c++/sdbus-c++.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdint>
 #include <exception>
+#include <future>
 #include <map>
 #include <mutex>
 #include <set>
@@ -71,6 +73,8 @@ class BusConnection::Link final : public RunLoop::Source,
   void subscribe();
 
   bool servesHere(const std::string& service);
+  UserInfo askHere(const std::string& channel, const std::string& message,
+                   const UserInfo& userInfo);
   UserInfo ask(const std::string& service, const std::string& channel, const std::string& message,
                const UserInfo& userInfo);
   void send(const char* signal, const Notification& notification);
@@ -81,6 +85,7 @@ class BusConnection::Link final : public RunLoop::Source,
   void note(const sdbus::Error& error);
   void lose(const std::string& reason);
   void wakeLoop();
+  bool isLoopThread() const { return std::this_thread::get_id() == loopThread_; }
 
   const std::shared_ptr<RunLoop> loop_;
   const std::thread::id loopThread_ = std::this_thread::get_id();
@@ -152,7 +157,7 @@ void BusConnection::Link::dispatch() {
 /// After another thread has used the bus, something may have come in that the loop's wait does not
 /// see, or be left to go out.
 void BusConnection::Link::wakeLoop() {
-  if (std::this_thread::get_id() != loopThread_) loop_->wake();
+  if (!isLoopThread()) loop_->wake();
 }
 
 void BusConnection::Link::note(const sdbus::Error& error) {
@@ -248,17 +253,30 @@ void BusConnection::Link::reply(std::uint64_t number, const std::optional<UserIn
 
 UserInfo BusConnection::Link::request(const std::string& service, const std::string& channel,
                                       const std::string& message, const UserInfo& userInfo) {
-  // Waiting here for ourselves would be waiting in vain.
-  if (servesHere(service)) return compute(channel, message, userInfo).value_or(std::nullopt);
+  if (servesHere(service)) return askHere(channel, message, userInfo);
   UserInfo answer = ask(service, channel, message, userInfo);
   wakeLoop();
   return answer;
 }
 
 bool BusConnection::Link::servesHere(const std::string& service) {
-  if (std::this_thread::get_id() != loopThread_) return false;
   std::lock_guard lock(mutex_);
   return bus_ && services_.contains(service);
+}
+
+/// The bus would refuse to carry a question from a connection to itself.
+UserInfo BusConnection::Link::askHere(const std::string& channel, const std::string& message,
+                                      const UserInfo& userInfo) {
+  if (isLoopThread()) return compute(channel, message, userInfo).value_or(std::nullopt);
+  const auto answer = std::make_shared<std::promise<UserInfo>>();
+  auto future = answer->get_future();
+  loop_->async([link = weak_from_this(), answer, channel, message, userInfo] {
+    const auto alive = link.lock();
+    answer->set_value(alive ? alive->compute(channel, message, userInfo).value_or(std::nullopt)
+                            : std::nullopt);
+  });
+  const auto wait = std::chrono::microseconds(microseconds(options_.replyTimeout));
+  return future.wait_for(wait) == std::future_status::ready ? future.get() : std::nullopt;
 }
 
 UserInfo BusConnection::Link::ask(const std::string& service, const std::string& channel,

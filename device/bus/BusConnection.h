@@ -54,7 +54,8 @@ class BusConnection {
 
   /// Asks whoever serves `service` and waits for the reply, no longer than the time-out. None when
   /// nobody serves it, when the reply is none, malformed or late, and when `userInfo` cannot be
-  /// sent. A question to this very process, on the loop's thread, is answered on the spot.
+  /// sent. A question to this very process takes no way over the bus; asked on the loop's thread,
+  /// it is answered on the spot.
   UserInfo request(const std::string& service, const std::string& channel,
                    const std::string& message, const UserInfo& userInfo);
 

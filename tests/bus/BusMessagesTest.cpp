@@ -113,18 +113,24 @@ TEST_F(BusMessages, SurviveAResponderThatFails) {
   EXPECT_EQ(ask(*connection, "echo", Dictionary()), Dictionary());
 }
 
-TEST_F(BusMessages, AskThisVeryProcessWithoutWaiting) {
-  const auto connection = connect(shortTimeout);
-  int count = 0;
+TEST_F(BusMessages, AskThisVeryProcessOnTheThreadOfItsLoop) {
+  const auto connection = connect();
+  std::vector<std::thread::id> answeredOn;
   connection->serve(springBoardService, testChannel,
-                    [&count](const std::string& message, const UserInfo&) {
-                      ++count;
+                    [&answeredOn](const std::string& message, const UserInfo&) {
+                      answeredOn.push_back(std::this_thread::get_id());
                       return UserInfo(Dictionary{{"asked", message}});
                     });
-  EXPECT_EQ(ask(*connection, "hello"), UserInfo(Dictionary{{"asked", "hello"}}));
-  loop_->after(Seconds(0.01), [this] { loop_->stop(); });
+  EXPECT_EQ(ask(*connection, "here"), UserInfo(Dictionary{{"asked", "here"}}));
+  UserInfo answer;
+  std::jthread other([&] {
+    answer = ask(*connection, "there");
+    loop_->stop();
+  });
   loop_->run();
-  EXPECT_EQ(count, 1);
+  other.join();
+  EXPECT_EQ(answer, UserInfo(Dictionary{{"asked", "there"}}));
+  EXPECT_EQ(answeredOn, std::vector(2, std::this_thread::get_id()));
 }
 
 TEST_F(BusMessages, CrossFromEveryThread) {
