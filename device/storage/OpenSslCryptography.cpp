@@ -19,7 +19,7 @@ constexpr std::size_t maximumLength = std::numeric_limits<int>::max() - blockSiz
 /// How many bytes of the last block are padding; 0 when it is not padded rightly.
 std::size_t paddingOf(const Cryptography::Bytes& plain) {
   const std::size_t count = plain.back();
-  if (count == 0 || count > blockSize) return 0;
+  if (count > blockSize) return 0;
   const bool whole = std::all_of(plain.end() - static_cast<std::ptrdiff_t>(count), plain.end(),
                                  [count](std::uint8_t byte) { return byte == count; });
   return whole ? count : 0;

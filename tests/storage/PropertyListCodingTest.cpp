@@ -203,6 +203,8 @@ TEST(PropertyListCoding, RefusesWhatIsNoPropertyList) {
       {"<html></html>", Kind::damaged},
       {xml("<string>\xFF</string>"), Kind::notUtf8},
       {xml("<string>\xC0\xAF</string>"), Kind::notUtf8},
+      {xml("<string>\xE0\x80\xAF</string>"), Kind::notUtf8},
+      {xml("<string>\xF0\x80\x80\xAF</string>"), Kind::notUtf8},
       {xml("<string>\xED\xA0\x80</string>"), Kind::notUtf8},
       {xml("<string>\xF4\x90\x80\x80</string>"), Kind::notUtf8},
       {xml("<dict><key>\xE2\x82</key><true/></dict>"), Kind::notUtf8},
@@ -218,6 +220,8 @@ TEST(PropertyListCoding, RefusesWhatIsNoPropertyList) {
 TEST(PropertyListCoding, NamesTheLineOfAFault) {
   EXPECT_EQ(outcome("<plist>\n<dict>\n<key>a</key>\n<integer>x</integer>\n</dict></plist>"),
             "it is damaged: no integer of 64 bits (line 4)");
+  EXPECT_EQ(outcome("<plist><dict>\n<key>a</key>\n</dict></plist>"),
+            "it is damaged: a key without a value (line 3)");
 }
 
 TEST(PropertyListCoding, BoundsTheDepthOfXml) {
@@ -328,6 +332,7 @@ TEST(BinaryPropertyList, RefusesObjectsThatItCannotTakeAsTheyAre) {
       {std::string("\x51\x00", 2), Kind::damaged},                     // text with a zero
       {std::string("\x61\xD8\x00", 3), Kind::notUtf8},                 // half a pair
       {std::string("\x62\xDC\x00\x00\x41", 5), Kind::notUtf8},         // the other half
+      {"\x4E", Kind::damaged},                                         // data into the offsets
       {"\x5E", Kind::damaged},                                         // text over the end
       {"\x4F\x13\x7F\xFF\xFF\xFF\xFF\xFF\xFF\xFF", Kind::damaged},     // data over the end
       {"\xAF\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF", Kind::damaged},     // array over the end
