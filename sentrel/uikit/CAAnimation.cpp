@@ -4,6 +4,8 @@
 #include <cmath>
 #include <utility>
 
+#include "sentrel/uikit/UIScreen.h"
+
 namespace sentrel {
 namespace {
 
@@ -55,7 +57,8 @@ struct Mix {
   }
 
   CAAnimation::Value operator()(const UIColor& from, const UIColor& to) const {
-    constexpr auto style = UIUserInterfaceStyle::light;
+    const auto style =
+        UIScreen::mainScreen().userInterfaceStyle().value_or(UIUserInterfaceStyle::light);
     const auto start = from.resolved(style);
     const auto end = to.resolved(style);
     return UIColor::colorWithRed(mix(start.red, end.red, share), mix(start.green, end.green, share),
@@ -108,6 +111,7 @@ double CAAnimation::progress(WallTime now) const noexcept {
 }
 
 CAAnimation::Value CAAnimation::value(WallTime now) const {
+  if (values.empty()) return 0.0;
   const auto last = static_cast<double>(values.size() - 1);
   const double position = progress(now) * last;
   // A spring runs beyond the ends; it does so along the line of the outermost pair.

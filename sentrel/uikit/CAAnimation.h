@@ -67,7 +67,8 @@ struct SENTREL_API CAAnimation {
   /// The progress at `now`; 0 before the start and 1 from the end on.
   double progress(WallTime now) const noexcept;
 
-  /// The animated property at `now`. Only for the kind that has values.
+  /// The animated property at `now`; 0 for the kind that has no values. System colours are mixed as
+  /// they look now.
   Value value(WallTime now) const;
 };
 
