@@ -5,11 +5,16 @@
 #include <cstdlib>
 #include <utility>
 
+#include "sentrel/authui/SNAuthenticationView.h"
+#include "sentrel/authui/SNAuthenticationViewController.h"
+#include "sentrel/authui/SNSimplePasscodeView.h"
+#include "sentrel/authui/SNWindow.h"
 #include "sentrel/bridge/BridgeState.h"
 #include "sentrel/controller/SentrelController.h"
 #include "sentrel/settings/SNSettings.h"
 #include "sentrel/settings/SNWiFiManager.h"
 #include "sentrel/uikit/UIApplication.h"
+#include "sentrel/uikit/UIScreen.h"
 
 namespace sentrel {
 namespace {
@@ -83,6 +88,24 @@ const BridgeSettings& Process::bridgeSettings() {
 
 BridgeState& Process::bridgeState() {
   return bridgeState_.get([this] { return std::make_shared<BridgeState>(platform_); });
+}
+
+const std::shared_ptr<SNSimplePasscodeView>& Process::simplePasscodeView() {
+  return simplePasscodeView_.share([] { return SNSimplePasscodeView::initWithFrame({}); });
+}
+
+const std::shared_ptr<SNAuthenticationView>& Process::authenticationView() {
+  return authenticationView_.share([] { return SNAuthenticationView::initWithFrame(); });
+}
+
+const std::shared_ptr<SNAuthenticationViewController>& Process::authenticationViewController() {
+  return authenticationViewController_.share(
+      [] { return SNAuthenticationViewController::makeShared(); });
+}
+
+const std::shared_ptr<SNWindow>& Process::overlayWindow() {
+  return overlayWindow_.share(
+      [] { return SNWindow::initWithFrame(UIScreen::mainScreen().bounds()); });
 }
 
 }  // namespace sentrel

@@ -11,8 +11,12 @@ namespace sentrel {
 
 class BridgeSettings;
 struct BridgeState;
+class SNAuthenticationView;
+class SNAuthenticationViewController;
 class SNSettings;
+class SNSimplePasscodeView;
 class SNWiFiManager;
+class SNWindow;
 class SentrelController;
 class UIApplication;
 
@@ -58,6 +62,12 @@ class SENTREL_API Process {
   /// The narrow view by which the bridge reaches the settings above it.
   const BridgeSettings& bridgeSettings();
 
+  // Views and their controllers are shared with whoever shows them.
+  const std::shared_ptr<SNSimplePasscodeView>& simplePasscodeView();
+  const std::shared_ptr<SNAuthenticationView>& authenticationView();
+  const std::shared_ptr<SNAuthenticationViewController>& authenticationViewController();
+  const std::shared_ptr<SNWindow>& overlayWindow();
+
   /// What the bridge keeps for this process.
   BridgeState& bridgeState();
 
@@ -69,11 +79,16 @@ class SENTREL_API Process {
     T& get(Make make) {
       // Every question of the settings comes by here: the way once it is made is one load.
       if (T* object = made_.load(std::memory_order_acquire)) return *object;
+      return *share(make);
+    }
+
+    template <class Make>
+    const std::shared_ptr<T>& share(Make make) {
       std::call_once(once_, [&] {
         object_ = make();
         made_.store(object_.get(), std::memory_order_release);
       });
-      return *object_;
+      return object_;
     }
 
    private:
@@ -91,6 +106,10 @@ class SENTREL_API Process {
   Shared<SNWiFiManager> wifiManager_;
   Shared<SentrelController> controller_;
   Shared<BridgeState> bridgeState_;
+  Shared<SNSimplePasscodeView> simplePasscodeView_;
+  Shared<SNAuthenticationView> authenticationView_;
+  Shared<SNAuthenticationViewController> authenticationViewController_;
+  Shared<SNWindow> overlayWindow_;
 };
 
 }  // namespace sentrel

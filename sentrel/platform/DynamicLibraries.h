@@ -28,6 +28,9 @@ class SENTREL_API DynamicLibraries {
   /// Null where it cannot be opened.
   virtual std::shared_ptr<DynamicLibrary> open(const std::string& path, Binding binding) = 0;
 
+  /// Whether a bundle stands at `path`, be it loadable or not.
+  virtual bool canOpenBundle(const std::string& path) const = 0;
+
   /// Loads the bundle at `path` for good, which may make classes appear in the Platform. Whether it
   /// is loaded now.
   virtual bool loadBundle(const std::string& path) = 0;

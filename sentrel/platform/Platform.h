@@ -20,10 +20,12 @@
 #include "sentrel/platform/MessageChannel.h"
 #include "sentrel/platform/NotificationCenter.h"
 #include "sentrel/platform/OperationQueue.h"
+#include "sentrel/platform/PKGlyphViewClass.h"
 #include "sentrel/platform/PresenceDetection.h"
 #include "sentrel/platform/ProcessSpawner.h"
 #include "sentrel/platform/PropertyListFiles.h"
 #include "sentrel/platform/QVUtils.h"
+#include "sentrel/platform/SBNotificationCenterController.h"
 #include "sentrel/platform/Screen.h"
 #include "sentrel/platform/SystemFacts.h"
 #include "sentrel/platform/SystemLog.h"
@@ -75,6 +77,8 @@ struct Platform {
   std::shared_ptr<BackBoardServices> backBoard;
   std::shared_ptr<FBSOpenApplicationService> openApplicationService;
   std::shared_ptr<FSSwitchPanel> switchPanel;
+  std::shared_ptr<SBNotificationCenterController> notificationCenterController;
+  std::shared_ptr<const PKGlyphViewClass> glyphViewClass;
 };
 
 }  // namespace sentrel

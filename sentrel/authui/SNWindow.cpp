@@ -1,0 +1,50 @@
+#include "sentrel/authui/SNWindow.h"
+
+#include <utility>
+
+#include "sentrel/Process.h"
+
+namespace sentrel {
+
+std::shared_ptr<SNWindow> SNWindow::sharedInstance() {
+  return Process::current().overlayWindow();
+}
+
+std::shared_ptr<SNWindow> SNWindow::initWithFrame(const CGRect& frame) {
+  std::shared_ptr<SNWindow> window(new SNWindow(frame));
+  window->initialize();
+  return window;
+}
+
+const UIClass& SNWindow::staticClass() {
+  static const UIClass uiClass("SNWindow", &UIWindow::staticClass());
+  return uiClass;
+}
+
+void SNWindow::initialize() {
+  setForceVisible(false);
+  setWindowLevel(UIWindowLevelAlert);
+  setHidden(false);
+  setAlpha(1);
+  setBackgroundColor(UIColor::clearColor());
+  setRootViewController(std::make_shared<UIViewController>());
+}
+
+void SNWindow::presentViewController(const std::shared_ptr<UIViewController>& viewController,
+                                     bool animated,
+                                     UIViewController::Completion completionHnadler) {
+  setHidden(false);
+  rootViewController()->presentViewController(viewController, animated,
+                                              std::move(completionHnadler));
+}
+
+void SNWindow::closeWindow() {
+  if (!forceVisible_) setHidden(true);
+}
+
+void SNWindow::closeWindowForcibly() {
+  setForceVisible(false);
+  closeWindow();
+}
+
+}  // namespace sentrel
