@@ -51,7 +51,7 @@ std::shared_ptr<DynamicLibrary> SimulatedLibraries::open(const std::string& path
 
 bool SimulatedLibraries::loadBundle(const std::string& path) {
   const auto bundle = bundles_.find(path);
-  if (bundle == bundles_.end()) return false;
+  if (bundle == bundles_.end() || !bundle->second) return false;
   bundle->second();
   return true;
 }

@@ -29,12 +29,14 @@ class SimulatedLibraries final : public DynamicLibraries {
 
   void remove(const std::string& path) { libraries_.erase(path); }
 
-  /// `onLoad` runs in the process that loads the bundle, each time.
+  /// `onLoad` runs in the process that loads the bundle, each time; one without cannot be loaded.
   void installBundle(const std::string& path, std::function<void()> onLoad) {
     bundles_.insert_or_assign(path, std::move(onLoad));
   }
+  void removeBundle(const std::string& path) { bundles_.erase(path); }
 
   std::shared_ptr<DynamicLibrary> open(const std::string& path, Binding binding) override;
+  bool canOpenBundle(const std::string& path) const override { return bundles_.contains(path); }
   bool loadBundle(const std::string& path) override;
 
  private:

@@ -6,8 +6,8 @@
 #include "sentrel/Process.h"
 #include "sentrel/bridge/SNUtils.h"
 #include "sentrel/effects/Constraints.h"
-#include "sentrel/effects/TextSize.h"
 #include "sentrel/settings/SNSettings.h"
+#include "sentrel/uikit/TextSize.h"
 #include "sentrel/uikit/UIScreen.h"
 
 namespace sentrel {
@@ -180,9 +180,9 @@ void SNAuthenticationView::resizeForAlertView() {
 CGSize SNAuthenticationView::sizeWithString(const std::optional<std::string>& text,
                                             const UIFont& withFont, CGSize constrainedToSize,
                                             NSLineBreakMode /*lineBreakMode*/) {
-  CGSize size = boundingSizeOfText(text, constrainedToSize.width, withFont);
-  size.height = std::min(size.height, constrainedToSize.height);
-  return size;
+  if (!text) return {};
+  const CGSize size = sizeOfText(*text, withFont, constrainedToSize.width);
+  return {size.width, std::min(size.height, constrainedToSize.height)};
 }
 
 double SNAuthenticationView::preferredContentHeight() const {

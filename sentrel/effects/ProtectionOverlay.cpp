@@ -5,7 +5,7 @@
 
 #include "sentrel/bridge/SNUtils.h"
 #include "sentrel/effects/Constraints.h"
-#include "sentrel/effects/TextSize.h"
+#include "sentrel/effects/TextHeight.h"
 #include "sentrel/uikit/UIImageView.h"
 #include "sentrel/uikit/UILabel.h"
 #include "sentrel/uikit/UIVisualEffectView.h"

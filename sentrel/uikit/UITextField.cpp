@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "sentrel/platform/SecretText.h"
 #include "sentrel/uikit/TextSize.h"
 
 namespace sentrel {
@@ -13,8 +14,15 @@ const UIClass& UITextField::staticClass() {
   return uiClass;
 }
 
+UITextField::~UITextField() {
+  wipe(text_);
+}
+
+/// What was typed may have been a passcode: no copy of it stays behind.
 void UITextField::setText(std::string text) {
-  text_ = std::move(text);
+  wipe(text_);
+  text_ = text;
+  wipe(text);
   selectedRange_ = {utf16Length(text_), 0};
   setNeedsLayout();
 }

@@ -10,11 +10,7 @@
 namespace sentrel {
 
 /// The size, in points and unrounded, of the rectangle that `text` fills in lines of at most
-/// `width`; nothing where there is no text, or nothing that could measure it.
-SENTREL_API CGSize boundingSizeOfText(const std::optional<std::string_view>& text, double width,
-                                      const UIFont& font);
-
-/// The same with a point more of height, so that nothing is cut off; no text stays nothing.
+/// `width`, and a point more of height, so that nothing is cut off. Nothing for no text.
 SENTREL_API CGSize findHeightForText(const std::optional<std::string_view>& text, double width,
                                      const UIFont& font);
 
