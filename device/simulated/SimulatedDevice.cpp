@@ -23,7 +23,19 @@ SimulatedDevice::SimulatedDevice()
       homeScreen_(std::make_shared<SimulatedHomeScreen>(applications_)),
       libraries_(std::make_shared<SimulatedLibraries>(journal_)),
       systemLog_(std::make_shared<SimulatedSystemLog>()),
-      switchPanel_(std::make_shared<SimulatedSwitchPanel>()) {}
+      switchPanel_(std::make_shared<SimulatedSwitchPanel>()),
+      notificationCenter_(std::make_shared<SimulatedNotificationCenterController>()),
+      glyphViewClass_(std::make_shared<PKGlyphViewClass>()) {
+  installGlyphBundle();
+}
+
+void SimulatedDevice::installGlyphBundle() {
+  libraries_->installBundle("/System/Library/PrivateFrameworks/PassKitUIFoundation.framework",
+                            [glyphViewClass = glyphViewClass_] {
+                              Process::current().platform().glyphViewClass =
+                                  std::make_shared<const PKGlyphViewClass>(*glyphViewClass);
+                            });
+}
 
 std::unique_ptr<SimulatedProcess> SimulatedDevice::launch(const std::string& bundleIdentifier) {
   return std::make_unique<SimulatedProcess>(*this, bundleIdentifier);
@@ -57,6 +69,7 @@ void SimulatedDevice::addSpringBoardClasses(Platform& platform) const {
   platform.backBoard = makeBackBoardServices(applications_);
   platform.openApplicationService = makeOpenApplicationService(applications_);
   platform.switchPanel = switchPanel_;
+  platform.notificationCenterController = notificationCenter_;
   addSensorClasses(platform, version);
 }
 

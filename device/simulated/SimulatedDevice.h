@@ -9,6 +9,7 @@
 #include "device/simulated/SimulatedHomeScreen.h"
 #include "device/simulated/SimulatedLock.h"
 #include "device/simulated/SimulatedMessages.h"
+#include "device/simulated/SimulatedNotificationCenterController.h"
 #include "device/simulated/SimulatedNotifications.h"
 #include "device/simulated/SimulatedProcess.h"
 #include "device/simulated/SimulatedScreen.h"
@@ -46,6 +47,13 @@ class SimulatedDevice {
   SimulatedLibraries& libraries() noexcept { return *libraries_; }
   SimulatedSystemLog& systemLog() noexcept { return *systemLog_; }
   SimulatedSwitchPanel& switchPanel() noexcept { return *switchPanel_; }
+  SimulatedNotificationCenterController& notificationCenter() noexcept {
+    return *notificationCenter_;
+  }
+
+  /// The glyph views' class, as a process finds it that loads its bundle from now on. At first the
+  /// bundle is where newer systems have it.
+  PKGlyphViewClass& glyphViewClass() noexcept { return *glyphViewClass_; }
 
   /// For making further objects that share the device's state.
   const std::shared_ptr<SimulatedSensor>& sharedSensor() const noexcept { return sensor_; }
@@ -63,6 +71,7 @@ class SimulatedDevice {
   friend class SimulatedProcess;
 
   void addSensorClasses(Platform& platform, int version) const;
+  void installGlyphBundle();
 
   std::shared_ptr<VirtualTimeline> timeline_;
   std::shared_ptr<SimulatedFiles> files_;
@@ -80,6 +89,8 @@ class SimulatedDevice {
   std::shared_ptr<SimulatedLibraries> libraries_;
   std::shared_ptr<SimulatedSystemLog> systemLog_;
   std::shared_ptr<SimulatedSwitchPanel> switchPanel_;
+  std::shared_ptr<SimulatedNotificationCenterController> notificationCenter_;
+  std::shared_ptr<PKGlyphViewClass> glyphViewClass_;
 };
 
 }  // namespace sentrel::simulated

@@ -20,6 +20,7 @@ enum class UITextBorderStyle { none = 0, roundedRect = 3 };
 class SENTREL_API UITextField : public UIView {
  public:
   explicit UITextField(const CGRect& frame = {}, const UIClass& uiClass = staticClass());
+  ~UITextField() override;
 
   static const UIClass& staticClass();
 
