@@ -1,5 +1,6 @@
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <unordered_set>
@@ -13,48 +14,65 @@
 namespace sentrel {
 namespace {
 
+using Array = PropertyList::Array;
+using Dictionary = PropertyList::Dictionary;
+
+/// A home-screen process on a device of its own, with no network joined and no session open.
+class HomeScreen {
+ public:
+  explicit HomeScreen(Dictionary file) {
+    file.emplace(settings_keys::enabled, true);
+    device.files().put(std::string(settingsFilePath), std::move(file));
+  }
+
+  SNSettings& settings() { return process_->process().settings(); }
+
+  simulated::SimulatedDevice device;
+
+ private:
+  std::unique_ptr<simulated::SimulatedProcess> process_ =
+      device.launch(std::string(springBoardBundleIdentifier));
+  Process::Scope scope_{process_->process()};
+};
+
+// --- Questions about one item among 300 ------------------------------------------------------
+
 constexpr int protectedCount = 300;
 
 std::string identifier(int number) {
   return "com.vendor" + std::to_string(number % 40) + ".application" + std::to_string(number);
 }
 
-PropertyList::Array identifiers() {
-  PropertyList::Array result;
+Array identifiers() {
+  Array result;
   for (int i = 0; i < protectedCount; ++i)
     result.emplace_back(identifier(i));
   return result;
 }
 
-/// A home-screen process with 300 items in every set, no network joined and no session open.
-class HomeScreen {
- public:
-  explicit HomeScreen(PropertyList::Dictionary more = {}) {
-    namespace keys = settings_keys;
-    for (std::string_view key : {keys::enabled, keys::appSwitcher, keys::photosProtected,
-                                 keys::callerIDOn, keys::callerIDRemoveFromLockScreen})
-      more.emplace(key, true);
-    for (std::string_view key : {keys::applications, keys::notificationApps, keys::settingsBundles,
-                                 keys::flipSwitches, keys::controlCenter})
-      more.emplace(key, identifiers());
-    device_.files().put(std::string(settingsFilePath), std::move(more));
-  }
+/// Every feature on and 300 items in every set, a network trusted, and sessions remembered if asked
+/// for.
+Dictionary everythingProtected(bool sessions) {
+  namespace keys = settings_keys;
+  Dictionary file{{std::string(keys::trustedNetworks), Array{"home"}}};
+  file.emplace(keys::remember, sessions);
+  file.emplace(keys::rememberTime, 5);
+  for (std::string_view key :
+       {keys::appSwitcher, keys::iconArrangement, keys::respring, keys::reboot, keys::callerIDOn,
+        keys::callerIDRemoveFromLockScreen, keys::callerIDHideOnAttentionAway})
+    file.emplace(key, true);
+  for (std::string_view key : {keys::applications, keys::notificationApps, keys::settingsBundles,
+                               keys::flipSwitches, keys::controlCenter})
+    file.emplace(key, identifiers());
+  return file;
+}
 
-  SNSettings& settings() { return process_->process().settings(); }
-
- private:
-  simulated::SimulatedDevice device_;
-  std::unique_ptr<simulated::SimulatedProcess> process_ =
-      device_.launch(std::string(springBoardBundleIdentifier));
-  Process::Scope scope_{process_->process()};
-};
-
-/// The texts to ask about, in turn, so that no answer is learnt by heart.
+/// The items to ask about, in turn.
 class Turns {
  public:
-  explicit Turns(std::string_view suffix = {}) {
+  Turns() {
     for (int i = 0; i < protectedCount; ++i)
-      texts_.push_back(identifier(i * 7 % protectedCount) + std::string(suffix));
+      texts_.push_back(identifier(i * 7 % protectedCount));
   }
 
   const std::string& next() {
@@ -67,6 +85,7 @@ class Turns {
   std::size_t turn_ = 0;
 };
 
+/// What every question below is measured against.
 void bareSetLookUp(benchmark::State& state) {
   std::unordered_set<std::string> set;
   for (int i = 0; i < protectedCount; ++i)
@@ -77,25 +96,139 @@ void bareSetLookUp(benchmark::State& state) {
 }
 BENCHMARK(bareSetLookUp);
 
-using Question = bool (*)(const SNSettings&, const std::string&);
+using Question = bool (*)(const SNSettings& settings, const std::string& item);
 
-void question(benchmark::State& state, Question ask) {
-  HomeScreen homeScreen;
+struct NamedQuestion {
+  const char* name;
+  Question ask;
+};
+
+const NamedQuestion questions[] = {
+    {"isAppProtected/ignoreAllOther",
+     [](const SNSettings& s, const std::string& item) { return s.isAppProtected(item, true); }},
+    {"isAppProtected",
+     [](const SNSettings& s, const std::string& item) { return s.isAppProtected(item); }},
+    {"isNotificationsAppProtected",
+     [](const SNSettings& s, const std::string& item) {
+       return s.isNotificationsAppProtected(item);
+     }},
+    {"isSpecifierProtected",
+     [](const SNSettings& s, const std::string& item) { return s.isSpecifierProtected(item); }},
+    {"isFlipSwitchProtected",
+     [](const SNSettings& s, const std::string& item) { return s.isFlipSwitchProtected(item); }},
+    {"isControlCenterItemProtected",
+     [](const SNSettings& s, const std::string& item) {
+       return s.isControlCenterItemProtected(item);
+     }},
+    {"isSystemServiceProtected",
+     [](const SNSettings& s, const std::string& item) { return s.isSystemServiceProtected(item); }},
+    {"isAppSwitcherProtected",
+     [](const SNSettings& s, const std::string&) { return s.isAppSwitcherProtected(); }},
+    {"isPhotosProtected",
+     [](const SNSettings& s, const std::string&) { return s.isPhotosProtected(); }},
+    {"isCallerIDProtected",
+     [](const SNSettings& s, const std::string&) { return s.isCallerIDProtected(); }},
+    {"isHideCallerInfoOnAttentionAway",
+     [](const SNSettings& s, const std::string&) { return s.isHideCallerInfoOnAttentionAway(); }},
+    {"isUnlockWithAppleWatch",
+     [](const SNSettings& s, const std::string&) { return s.isUnlockWithAppleWatch(); }},
+};
+
+void askInTurn(benchmark::State& state, Question ask, bool sessions) {
+  HomeScreen homeScreen(everythingProtected(sessions));
+  for (const char* library : {"Flipswitch.dylib", "FlipControlCenter.dylib"})
+    homeScreen.device.files().touch("/Library/MobileSubstrate/DynamicLibraries/" +
+                                    std::string(library));
   const SNSettings& settings = homeScreen.settings();
   Turns turns;
   for (auto _ : state)
     benchmark::DoNotOptimize(ask(settings, turns.next()));
 }
 
-BENCHMARK_CAPTURE(question, isAppProtected,
-                  [](const SNSettings& s, const std::string& id) { return s.isAppProtected(id); });
-BENCHMARK_CAPTURE(question, isSystemServiceProtected, [](const SNSettings& s,
-                                                         const std::string& id) {
-  return s.isSystemServiceProtected(id);
-});
-BENCHMARK_CAPTURE(question, isAppSwitcherProtected, [](const SNSettings& s, const std::string&) {
-  return s.isAppSwitcherProtected();
-});
+const int questionsRegistered = [] {
+  for (const NamedQuestion& question : questions)
+    for (const bool sessions : {false, true})
+      benchmark::RegisterBenchmark(
+          ((sessions ? "sessionsOn/" : "sessionsOff/") + std::string(question.name)).c_str(),
+          askInTurn, question.ask, sessions);
+  return 0;
+}();
+
+// --- Folders: what grows is said last, records or icons ---------------------------------------
+
+PropertyList folderRecord(const std::string& name, int firstIcon, int iconCount) {
+  Array icons;
+  for (int i = firstIcon; i < firstIcon + iconCount; ++i)
+    icons.emplace_back(Dictionary{{"SentrelFolderDisplayName", "Application " + std::to_string(i)},
+                                  {"SentrelBundleIdentifier", identifier(i)}});
+  return Dictionary{{"SentrelFolderDisplayName", name}, {"SentrelAllIcons", std::move(icons)}};
+}
+
+/// Records of one name, each with the same icons as the folder asked about but for the last, so
+/// that each is compared to its end; only the last record matches.
+Array nearMatches(int recordCount, int iconCount) {
+  Array records;
+  for (int i = 1; i < recordCount; ++i) {
+    PropertyList record = folderRecord("Folder", 0, iconCount - 1);
+    Array& icons = *record.as<Dictionary>()->at("SentrelAllIcons").as<Array>();
+    icons.emplace_back(Dictionary{{"SentrelFolderDisplayName", "Other"},
+                                  {"SentrelBundleIdentifier", "com.other" + std::to_string(i)}});
+    records.push_back(std::move(record));
+  }
+  records.push_back(folderRecord("Folder", 0, iconCount));
+  return records;
+}
+
+/// Records of different names, the matching one last, as on a real device.
+Array differentFolders(int recordCount, int iconCount) {
+  Array records;
+  for (int i = 1; i < recordCount; ++i)
+    records.push_back(folderRecord("Folder " + std::to_string(i), i * iconCount, iconCount));
+  records.push_back(folderRecord("Folder", 0, iconCount));
+  return records;
+}
+
+using Records = Array (*)(int recordCount, int iconCount);
+
+void matchFolder(benchmark::State& state, Records records) {
+  const auto recordCount = static_cast<int>(state.range(0));
+  const auto iconCount = static_cast<int>(state.range(1));
+  HomeScreen homeScreen({{std::string(settings_keys::folders), records(recordCount, iconCount)}});
+  const PropertyList query = folderRecord("Folder", 0, iconCount);
+  if (homeScreen.settings().matchedFolderDataIndex(query) != recordCount - 1)
+    state.SkipWithError("the folder did not match its record");
+  for (auto _ : state)
+    benchmark::DoNotOptimize(homeScreen.settings().matchedFolderDataIndex(query));
+}
+
+void folderSizes(benchmark::internal::Benchmark* benchmark) {
+  benchmark->ArgNames({"records", "icons"});
+  for (const int records : {50, 200, 800})
+    benchmark->Args({records, 40});
+  for (const int icons : {10, 160, 640})
+    benchmark->Args({200, icons});
+}
+BENCHMARK_CAPTURE(matchFolder, differentNames, differentFolders)->Apply(folderSizes);
+BENCHMARK_CAPTURE(matchFolder, oneName, nearMatches)->Apply(folderSizes);
+
+/// The application lies in the folder that is stored first, which is looked at last; the home
+/// screen shows that folder alone.
+void isFolderProtectedForApp(benchmark::State& state) {
+  const auto recordCount = static_cast<int>(state.range(0));
+  const auto iconCount = static_cast<int>(state.range(1));
+  Array records = differentFolders(recordCount, iconCount);
+  std::ranges::reverse(records);
+  HomeScreen homeScreen({{std::string(settings_keys::folders), std::move(records)}});
+  const auto folder = homeScreen.device.homeScreen().addFolder("Folder", {});
+  for (int i = 0; i < iconCount; ++i)
+    folder->add(simulated::makeIcon(identifier(i), "Application " + std::to_string(i)));
+  const std::string asked = identifier(iconCount - 1);
+  if (!homeScreen.settings().isFolderProtectedForApp(asked))
+    state.SkipWithError("the application's folder is not protected");
+  for (auto _ : state)
+    benchmark::DoNotOptimize(homeScreen.settings().isFolderProtectedForApp(asked));
+}
+BENCHMARK(isFolderProtectedForApp)->Apply(folderSizes);
 
 }  // namespace
 }  // namespace sentrel

@@ -20,7 +20,11 @@ namespace sentrel {
 namespace {
 
 std::atomic<Process*> mainProcess = nullptr;
-thread_local Process* scopedProcess = nullptr;
+
+// Every call of a shared operation reads this. With the model for what is there when the program
+// starts, that is one load, also for a library; one pointer fits the room that is left for those
+// loaded later.
+constinit thread_local Process* scopedProcess __attribute__((tls_model("initial-exec"))) = nullptr;
 
 }  // namespace
 

@@ -1,7 +1,6 @@
 #include "device/simulated/SimulatedDevice.h"
 
 #include "device/simulated/FixedTextMeasuring.h"
-
 #include "device/storage/GLibCaseMapping.h"
 #include "device/storage/OpenSslCryptography.h"
 

@@ -52,12 +52,17 @@ class XmlReader {
 
   bool readDocument(PropertyList& value) {
     if (!skipDeclarations()) return false;
-    if (rest_.starts_with("<plist") ? !readRoot(value) : !readValue(value)) return false;
+    if (startsRoot() ? !readRoot(value) : !readValue(value)) return false;
     return skipBetween() && (rest_.empty() || fail("something follows the end"));
   }
 
+  bool startsRoot() const {
+    if (!rest_.starts_with("<plist") || rest_.size() < 7) return false;
+    return rest_[6] == '>' || isSpace(rest_[6]);
+  }
+
   bool readRoot(PropertyList& value) {
-    if (!skipTag()) return false;
+    if (!skipDeclaration(">")) return false;
     if (!readValue(value) || !skipBetween()) return false;
     return skipEndTag("plist") || fail("more than one value");
   }
@@ -66,9 +71,9 @@ class XmlReader {
     for (;;) {
       if (!skipBetween()) return false;
       if (rest_.starts_with("<?")) {
-        if (!skipTo("?>")) return false;
+        if (!skipDeclaration("?>")) return false;
       } else if (rest_.starts_with("<!DOCTYPE")) {
-        if (!skipTag()) return false;
+        if (!skipDeclaration(">")) return false;
       } else {
         return true;
       }
@@ -81,8 +86,13 @@ class XmlReader {
       while (!rest_.empty() && isSpace(rest_.front()))
         rest_.remove_prefix(1);
       if (!rest_.starts_with("<!--")) return true;
-      if (!skipTo("-->")) return false;
+      if (!skipComment()) return false;
     }
+  }
+
+  bool skipComment() {
+    rest_.remove_prefix(4);
+    return skipTo("-->");
   }
 
   bool skipTo(std::string_view end) {
@@ -92,18 +102,18 @@ class XmlReader {
     return true;
   }
 
-  /// A tag with attributes, in whose quoted values the end mark may stand.
-  bool skipTag() {
-    for (;;) {
-      const std::size_t found = rest_.find_first_of(">\"'[");
-      if (found == rest_.npos) return fail("it ends too early");
-      const char mark = rest_[found];
-      if (mark == '[') return fail("a declaration of its own kind");
-      const bool empty = mark == '>' && found > 0 && rest_[found - 1] == '/';
-      rest_.remove_prefix(found + 1);
-      if (mark == '>') return !empty || fail("there is no value in it");
-      if (!skipTo({&mark, 1})) return false;
-    }
+  /// A tag or declaration with quoted values. Readers differ in whether its end may stand inside
+  /// them, so none may seem to.
+  bool skipDeclaration(std::string_view end) {
+    const auto inside = rest_.substr(1, rest_.find(end, 2) - 1);
+    const auto quotes = std::count(inside.begin(), inside.end(), '"');
+    const auto apostrophes = std::count(inside.begin(), inside.end(), '\'');
+    const bool paired =
+        quotes % 2 == 0 && apostrophes % 2 == 0 && (quotes == 0 || apostrophes == 0);
+    if (!paired || inside.find_first_of("<[") != inside.npos)
+      return fail("a declaration that is not understood");
+    rest_.remove_prefix(2);
+    return skipTo(end);
   }
 
   /// Takes "</name>" if it comes next.
@@ -202,7 +212,7 @@ class XmlReader {
     for (;;) {
       if (!readEscaped(rest_.substr(0, rest_.find('<')), text)) return false;
       if (skipEndTag(name)) return true;
-      if (rest_.starts_with("<!--") ? !skipTo("-->") : !readCharacterData(text)) return false;
+      if (rest_.starts_with("<!--") ? !skipComment() : !readCharacterData(text)) return false;
     }
   }
 

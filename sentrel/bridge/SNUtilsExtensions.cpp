@@ -6,9 +6,12 @@
 namespace sentrel {
 namespace {
 
+std::string extensionPath(const std::string& fileName) {
+  return "/Library/MobileSubstrate/DynamicLibraries/" + fileName;
+}
+
 bool isExtensionInstalled(const std::string& fileName) {
-  return currentPlatform().files->fileExists("/Library/MobileSubstrate/DynamicLibraries/" +
-                                             fileName);
+  return currentPlatform().files->fileExists(extensionPath(fileName));
 }
 
 /// The first number of the model name behind "iPhone": 10 of "iPhone10,3".
@@ -27,8 +30,11 @@ bool SNUtils::isTweakInstalled(const std::string& path) {
 }
 
 bool SNUtils::isFlipSwitchInstalled() {
-  return isExtensionInstalled("Flipswitch.dylib") &&
-         isExtensionInstalled("FlipControlCenter.dylib");
+  // Part of a protection question, which is asked often: the paths are put together once.
+  static const std::string panel = extensionPath("Flipswitch.dylib");
+  static const std::string toggles = extensionPath("FlipControlCenter.dylib");
+  const FileSystem& files = *currentPlatform().files;
+  return files.fileExists(panel) && files.fileExists(toggles);
 }
 
 bool SNUtils::isSentrelInstalled() {

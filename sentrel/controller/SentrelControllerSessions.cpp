@@ -29,6 +29,8 @@ bool SentrelController::shouldIgnoreAuthentication(const SessionItem& item) {
     const auto form = wireForm(item);
     return form && ask<messages::LastUnlocked>(*form);
   }
+  // Nothing was ever unlocked, so no cache needs a look.
+  if (!lastUnlockedTime_) return false;
   if (!settings_.isRememberUnlockUntilDeviceLocked()) return isInTimedSession(item);
   if (settings_.shouldApplyUnlockSessionToAll()) return !rememberTillDeviceLockCache_.empty();
   return rememberTillDeviceLockCache_.contains(item);

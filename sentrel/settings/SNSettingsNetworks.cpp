@@ -7,6 +7,8 @@
 namespace sentrel {
 
 bool SNSettings::isCurrentlyConnectedToTrustedNetwork() const {
+  // Without a trusted network the joined one does not matter, and an application need not ask.
+  if (wifiNetworks_.empty()) return false;
   const auto network = wifiManager_.currentNetWork();
   const auto* name = network ? find<std::string>(*network, "SSID") : nullptr;
   return name && hasWiFiNetwork(*name);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -57,10 +56,6 @@ class SENTREL_API UIApplication : public std::enable_shared_from_this<UIApplicat
   /// Takes the typed input from whoever has it, unasked.
   void giveUpFirstResponder();
 
-  /// How many scenes the system shows the application in; an application of the old kind has none.
-  std::size_t connectedScenesCount() const noexcept { return connectedScenesCount_; }
-  void setConnectedScenesCount(std::size_t count) noexcept { connectedScenesCount_ = count; }
-
   UIInterfaceOrientation statusBarOrientation() const noexcept { return statusBarOrientation_; }
   void setStatusBarOrientation(UIInterfaceOrientation value) noexcept {
     statusBarOrientation_ = value;
@@ -78,7 +73,6 @@ class SENTREL_API UIApplication : public std::enable_shared_from_this<UIApplicat
   std::vector<UIWindow*> windows_;
   std::weak_ptr<UIWindow> keyWindow_;
   std::weak_ptr<UIResponder> firstResponder_;
-  std::size_t connectedScenesCount_ = 1;
   UIInterfaceOrientation statusBarOrientation_ = UIInterfaceOrientation::portrait;
   CGRect statusBarFrame_ = CGRectMake(0, 0, 375, 20);
   UIAlertDismissal alertDismissal_ = UIAlertDismissal::animatedWithCompletion;

@@ -116,7 +116,7 @@ TEST(PropertyListCoding, ReadsXmlAsOthersWriteIt) {
       {"<dict/>", Dictionary{}},
       {"<!-- it's --><plist><array><!-- > --><true></true></array><!-- - --></plist>\n",
        Array{true}},
-      {"<?xml version='1.0'?><!DOCTYPE plist SYSTEM \"a>b\"><plist version='>'><false/></plist>",
+      {"<?xml version='1.0'?><!DOCTYPE plist SYSTEM \"a\"><plist version='1'><false/></plist>",
        false},
       {xml("<integer> +7\n</integer>"), 7},
       {xml("<integer>0x1f</integer>"), 31},
@@ -194,7 +194,12 @@ TEST(PropertyListCoding, RefusesWhatIsNoPropertyList) {
       {xml("<true/>") + "junk", Kind::damaged},
       {xml("<true/>") + xml("<true/>"), Kind::damaged},
       {"<!DOCTYPE plist [<!ENTITY a \"b\">]><plist><true/></plist>", Kind::damaged},
+      {"<!--><plist><true/></plist>", Kind::damaged},
       {"<plist/>", Kind::damaged},
+      {"<plist", Kind::damaged},
+      {"<plist(><true/></plist>", Kind::damaged},
+      {"<plist version='>'><true/></plist>", Kind::damaged},
+      {"<?xml a='?>'?><plist><true/></plist>", Kind::damaged},
       {"<html></html>", Kind::damaged},
       {xml("<string>\xFF</string>"), Kind::notUtf8},
       {xml("<string>\xC0\xAF</string>"), Kind::notUtf8},
@@ -249,13 +254,13 @@ TEST(PropertyListCoding, SurvivesEveryChangedByteOfABinaryFile) {
     for (const int change : {0x01, 0x10, 0x80, 0xFF}) {
       std::string changed = sample;
       changed[i] = static_cast<char>(changed[i] ^ change);
-      // Whatever it reads as can be judged, and written where XML has a form for it.
+      // Whatever it reads as can be written, where XML has a form for it, and read again.
       const auto reading = parsePropertyList(changed);
       const auto* value = std::get_if<PropertyList>(&reading);
       const auto document = value ? serializePropertyList(*value) : std::nullopt;
-      if (document)
-        ASSERT_EQ(serializePropertyList(std::get<PropertyList>(parsePropertyList(*document))),
-                  document);
+      if (!document) continue;
+      const auto again = parsePropertyList(*document);
+      ASSERT_EQ(serializePropertyList(std::get<PropertyList>(again)), document);
     }
 }
 
