@@ -1,0 +1,17 @@
+#include "device/screen/PangoTextMeasuring.h"
+
+#include <utility>
+
+#include "device/screen/TextLayout.h"
+
+namespace sentrel::screen {
+
+PangoTextMeasuring::PangoTextMeasuring(std::shared_ptr<const PinnedFonts> fonts)
+    : fonts_(std::move(fonts)) {}
+
+CGSize PangoTextMeasuring::sizeOfText(std::string_view text, const Font& font,
+                                      double maxWidth) const {
+  return TextLayout(*fonts_, text, font, {.width = maxWidth}).size();
+}
+
+}  // namespace sentrel::screen

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <memory>
+
+#include "sentrel/uikit/UIWindow.h"
+
+namespace sentrel::gallery {
+
+/// Points.
+inline constexpr double numberPadHeight = 216;
+
+/// The system's number pad as it stands at the bottom of a screen, in a visible window of the
+/// current process. Only to be looked at.
+std::shared_ptr<UIWindow> makeNumberPad(CGSize screen);
+
+}  // namespace sentrel::gallery
