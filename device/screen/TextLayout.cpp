@@ -33,12 +33,55 @@ PangoAlignment sides(PangoLayout* layout, PangoAlignment wanted) {
   return wanted == PANGO_ALIGN_LEFT ? PANGO_ALIGN_RIGHT : PANGO_ALIGN_LEFT;
 }
 
+/// In characters.
+constexpr std::size_t longestWord = 128;
+constexpr std::string_view zeroWidthSpace = "\u200B";
+
+std::string_view firstCharacter(std::string_view text) {
+  return text.substr(0, static_cast<std::size_t>(g_utf8_next_char(text.data()) - text.data()));
+}
+
+bool isSpace(std::string_view character) {
+  return g_unichar_isspace(g_utf8_get_char(character.data()));
+}
+
+/// Breaking a word anywhere takes Pango a time that grows with the square of its length, unless
+/// there is a place to break between any two characters.
+void appendBreakable(std::string& text, std::string_view word) {
+  const auto length = static_cast<gssize>(word.size());
+  const bool isTooLong = static_cast<std::size_t>(g_utf8_strlen(word.data(), length)) > longestWord;
+  for (bool isFirst = true; !word.empty(); isFirst = false) {
+    const std::string_view character = firstCharacter(word);
+    const gunichar code = g_utf8_get_char(character.data());
+    if (isTooLong && !isFirst && !g_unichar_ismark(code)) text += zeroWidthSpace;
+    text += character;
+    word.remove_prefix(character.size());
+  }
+}
+
+/// `text` is UTF-8.
+std::string withBreakableWords(std::string_view text) {
+  std::string result;
+  while (!text.empty()) {
+    std::size_t end = 0;
+    while (end < text.size() && !isSpace(text.substr(end)))
+      end += firstCharacter(text.substr(end)).size();
+    appendBreakable(result, text.substr(0, end));
+    text.remove_prefix(end);
+    if (text.empty()) break;
+    const std::string_view space = firstCharacter(text);
+    result += space;
+    text.remove_prefix(space.size());
+  }
+  return result;
+}
+
 }  // namespace
 
 std::string drawableText(std::string_view text) {
   const std::string_view shown = text.substr(0, longestDrawnText);
   const TextHandle valid(g_utf8_make_valid(shown.data(), static_cast<gssize>(shown.size())));
-  return valid.get();
+  return withBreakableWords(valid.get());
 }
 
 TextLayout::TextLayout(const PinnedFonts& fonts, std::string_view text, const Font& font,

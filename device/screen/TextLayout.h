@@ -12,7 +12,8 @@
 namespace sentrel::screen {
 
 /// `text` as it is drawn: every byte that belongs to no character becomes U+FFFD, and what is
-/// beyond `longestDrawnText` bytes is left out, for no screen shows it.
+/// beyond `longestDrawnText` bytes is left out, for no screen shows it. Words longer than any
+/// language's may be broken everywhere.
 std::string drawableText(std::string_view text);
 
 inline constexpr std::size_t longestDrawnText = 256 * 1024;

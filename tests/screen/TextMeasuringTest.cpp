@@ -1,4 +1,6 @@
+#include <algorithm>
 #include <cmath>
+#include <ctime>
 #include <limits>
 #include <string>
 
@@ -77,6 +79,19 @@ TEST_F(TextMeasuring, LongTextsOfAnyKindAreMeasuredWithoutTrouble) {
   EXPECT_GT(measure(std::string(10'000, 'x'), system17, 300).height, 1000);
   EXPECT_GT(measure(std::string(10'000, '\n'), system17, 300).height, 100'000);
   EXPECT_GT(measure(marks, system17, 300).height, 0);
+}
+
+TEST_F(TextMeasuring, TheTimeGrowsWithTheLengthOfAWordAndNoFaster) {
+  const auto processorTime = [this](std::size_t length) {
+    std::clock_t least = std::numeric_limits<std::clock_t>::max();
+    for (int i = 0; i < 3; ++i) {
+      const std::clock_t start = std::clock();
+      measure(std::string(length, 'x'), system17, 100);
+      least = std::min(least, std::clock() - start);
+    }
+    return static_cast<double>(least);
+  };
+  EXPECT_LT(processorTime(16'000), 8 * processorTime(4'000));
 }
 
 TEST_F(TextMeasuring, SizesAndWidthsWithoutMeaningAreBorne) {
