@@ -3,6 +3,12 @@
 #include <utility>
 
 namespace sentrel {
+namespace {
+
+/// Points that a system button's title keeps off either side.
+constexpr double systemTitleMargin = 8;
+
+}  // namespace
 
 std::shared_ptr<UIButton> UIButton::buttonWithType(UIButtonType type) {
   return std::make_shared<UIButton>(type);
@@ -77,7 +83,9 @@ void UIButton::tap() {
 
 void UIButton::layoutSubviews() {
   UIView::layoutSubviews();
-  titleLabel_->setFrame(bounds());
+  const double margin = type_ == UIButtonType::system ? systemTitleMargin : 0;
+  titleLabel_->setFrame(CGRectMake(bounds().origin.x + margin, bounds().origin.y,
+                                   bounds().size.width - 2 * margin, bounds().size.height));
 }
 
 std::optional<CGSize> UIButton::intrinsicContentSize(double maxWidth) const {

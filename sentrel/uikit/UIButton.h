@@ -16,7 +16,8 @@ enum class UIButtonType { custom = 0, system = 1 };
 enum class UIControlState { normal = 0, highlighted = 1, disabled = 2 };
 enum UIControlEvents : unsigned { UIControlEventTouchUpInside = 64 };
 
-/// Shows its state's title in `titleLabel`, a subview that fills it.
+/// Shows its state's title in `titleLabel`, a subview that fills it; a system button
+/// leaves a margin on either side.
 class SENTREL_API UIButton : public UIView {
  public:
   using Action = std::function<void(const std::shared_ptr<UIButton>& sender)>;
