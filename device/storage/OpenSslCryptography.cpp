@@ -99,7 +99,7 @@ std::optional<Cryptography::Bytes> OpenSslCryptography::decrypt(
     wipe(blocks);
     return std::nullopt;
   }
-  blocks.resize(blocks.size() - padding);
+  blocks.erase(blocks.end() - static_cast<std::ptrdiff_t>(padding), blocks.end());
   return blocks;
 }
 

@@ -19,6 +19,9 @@ constexpr std::string_view head =
     "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
     "<plist version=\"1.0\">\n";
 
+/// Room for a heavy user's settings, so that the text need not move as it grows.
+constexpr std::size_t usualSize = 160 << 10;
+
 /// Empty where `c` stands for itself. A carriage return would come back as a line feed from a
 /// reader that keeps to XML.
 constexpr std::string_view escapeFor(char c) {
@@ -59,6 +62,7 @@ std::string_view format(Number number, char (&room)[32]) {
 }  // namespace
 
 void XmlWriter::begin() {
+  out_.reserve(usualSize);
   out_ = head;
 }
 
@@ -81,23 +85,24 @@ bool XmlWriter::add(bool flag) {
 
 bool XmlWriter::add(std::int64_t number) {
   char room[32];
-  return addElement("integer", format(number, room));
+  return addElement("<integer>", format(number, room), "</integer>\n");
 }
 
 bool XmlWriter::add(double number) {
   char room[32];
-  if (std::isnan(number)) return addElement("real", "nan");
-  if (std::isinf(number)) return addElement("real", number > 0 ? "+infinity" : "-infinity");
-  return addElement("real", format(number, room));
+  if (std::isnan(number)) return addElement("<real>", "nan", "</real>\n");
+  if (std::isinf(number))
+    return addElement("<real>", number > 0 ? "+infinity" : "-infinity", "</real>\n");
+  return addElement("<real>", format(number, room), "</real>\n");
 }
 
 bool XmlWriter::add(const std::string& text) {
-  return addText("string", text);
+  return addText("<string>", text, "</string>\n");
 }
 
 bool XmlWriter::add(const PropertyList::Data& data) {
   if (data.size() > maximumPropertyListSize) return false;
-  return addElement("data", encodeBase64(data));
+  return addElement("<data>", encodeBase64(data), "</data>\n");
 }
 
 bool XmlWriter::add(PropertyList::Date date) {
@@ -117,7 +122,7 @@ bool XmlWriter::add(PropertyList::Date date) {
                 static_cast<unsigned>(calendar.day()), static_cast<int>(clock.hours().count()),
                 static_cast<int>(clock.minutes().count()),
                 static_cast<int>(clock.seconds().count()));
-  return addElement("date", room);
+  return addElement("<date>", room, "</date>\n");
 }
 
 bool XmlWriter::add(const PropertyList::Array& elements) {
@@ -137,26 +142,25 @@ bool XmlWriter::add(const PropertyList::Dictionary& entries) {
   out_ += "<dict>\n";
   if (++depth_ > maximumPropertyListDepth) return false;
   for (const auto& [key, value] : entries)
-    if (!addText("key", key) || !add(value)) return false;
+    if (!addText("<key>", key, "</key>\n") || !add(value)) return false;
   --depth_;
   indent();
   out_ += "</dict>\n";
   return true;
 }
 
-bool XmlWriter::addText(std::string_view name, std::string_view text) {
+bool XmlWriter::addText(std::string_view start, std::string_view text, std::string_view end) {
   if (text.size() > maximumPropertyListSize) return false;
   indent();
-  out_.append("<").append(name).append(">");
+  out_ += start;
   addEscaped(text);
-  out_.append("</").append(name).append(">\n");
+  out_ += end;
   return true;
 }
 
-bool XmlWriter::addElement(std::string_view name, std::string_view text) {
+bool XmlWriter::addElement(std::string_view start, std::string_view text, std::string_view end) {
   indent();
-  out_.append("<").append(name).append(">").append(text);
-  out_.append("</").append(name).append(">\n");
+  out_.append(start).append(text).append(end);
   return true;
 }
 

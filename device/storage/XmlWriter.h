@@ -36,8 +36,8 @@ class XmlWriter {
   bool add(const PropertyList::Array& elements);
   bool add(const PropertyList::Dictionary& entries);
 
-  bool addText(std::string_view name, std::string_view text);
-  bool addElement(std::string_view name, std::string_view text);
+  bool addText(std::string_view start, std::string_view text, std::string_view end);
+  bool addElement(std::string_view start, std::string_view text, std::string_view end);
   void addEscaped(std::string_view text);
   void indent();
 
