@@ -4,6 +4,8 @@
 #include <optional>
 #include <vector>
 
+#include "sentrel/platform/Export.h"
+
 namespace sentrel {
 
 /// Linear equations over numbered unknowns, taken one at a time and solved as they come.
@@ -11,7 +13,7 @@ namespace sentrel {
 /// Gaussian elimination over sparse rows: each equation that says something new defines one unknown
 /// by those that are still free, and definitions are shortened only when they are looked at. Chains
 /// of views that hang on one another therefore cost their length, not its square.
-class LinearSystem {
+class SENTREL_API LinearSystem {
  public:
   struct Term {
     std::size_t unknown;

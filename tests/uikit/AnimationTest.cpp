@@ -86,6 +86,18 @@ TEST_F(Animation, IsInterruptedWhenItsViewGoesOrItsPropertyIsAnimatedAnew) {
   EXPECT_EQ(seen, "ifi");
 }
 
+TEST_F(Animation, IsFinishedWhenTheNextBeginsInTheMomentOfItsEnd) {
+  const auto animate = [this](double alpha, UIView::AnimationCompletion completion) {
+    UIView::animateWithDuration(
+        Seconds(1), [=, this] { view_->setAlpha(alpha); }, std::move(completion));
+  };
+  bool finished = false;
+  device_.time().after(Seconds(1), [&] { process_->run([&] { animate(0, {}); }); });
+  animate(0.5, [&finished](bool value) { finished = value; });
+  device_.time().advance(Seconds(1));
+  EXPECT_TRUE(finished);
+}
+
 TEST_F(Animation, KeyframesRunThroughTheirValues) {
   view_->layer().addAnimation(
       CAAnimation::keyframes("transform.translation.x", {-12, 12, -12, 12, -6, 6, -3, 3, 0},
@@ -121,6 +133,15 @@ TEST_F(Animation, ProgressFollowsTheTiming) {
   };
   for (const auto& [timing, fraction, expected] : cases)
     EXPECT_NEAR(timing.progress(fraction, Seconds(1)), expected, 1e-5) << fraction;
+}
+
+TEST_F(Animation, ASpringStartsWithItsVelocity) {
+  const auto speed = [](double velocity, Seconds duration) {
+    const double moment = 1e-5;
+    return CATiming{Curve::spring, 0.5, velocity}.progress(moment, duration) / moment;
+  };
+  EXPECT_NEAR(speed(0, Seconds(2)), 0, 0.01);
+  EXPECT_NEAR(speed(3, Seconds(2)), 6, 0.01) << "in durations, not in seconds";
 }
 
 TEST_F(Animation, ASpringSwingsBeyondItsEndTheMoreTheLessItIsDamped) {

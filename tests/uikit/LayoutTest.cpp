@@ -296,6 +296,9 @@ TEST_F(Layout, ConstraintsAddedByTheHookCountInTheSameLayout) {
   host_->layoutIfNeeded();
   EXPECT_EQ(hooked->updates, 1);
   EXPECT_EQ(hooked->frame().size.width, 55);
+  addView(hooked)->setNeedsUpdateConstraints();
+  host_->layoutIfNeeded();
+  EXPECT_EQ(hooked->updates, 1) << "another view's update is not this one's";
 }
 
 TEST_F(Layout, ALayoutByHandMovesWhatHangsOnIt) {
