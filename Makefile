@@ -21,7 +21,7 @@ demo: build
 
 # Both sides of every ratio in one run, on one CPU, so that they share its state.
 bench: build
-	@tools/bench $(build)/bin/sentrel_bench
+	@tools/bench $(build)/bin
 
 # seconds: how long each fuzzer runs.
 seconds ?= 60

@@ -66,6 +66,30 @@ constexpr Kind kinds[] = {
      }},
 };
 
+/// One of the phone's own features: the switch that protects it, the name under which its sessions
+/// go (none: no session counts), and whether it needs authentication now.
+struct Feature {
+  std::string_view name;
+  std::string_view key;
+  std::string_view service;
+  bool (SNSettings::*isProtected)() const;
+};
+
+constexpr Feature features[] = {
+    {"arrangement", settings_keys::iconArrangement, "App Arrangement Protection",
+     &SNSettings::isAppArrangementProtected},
+    {"switcher", settings_keys::appSwitcher, "App Switcher Protection",
+     &SNSettings::isAppSwitcherProtected},
+    {"respring", settings_keys::respring, "Respring Protection", &SNSettings::isRespringProtected},
+    {"reboot", settings_keys::reboot, "Reboot Protection", &SNSettings::isRebootProtected},
+    {"photos", settings_keys::photosProtected, "Photos Protection", &SNSettings::isPhotosProtected},
+    {"caller-id", settings_keys::callerIDOn, "", &SNSettings::isCallerIDProtected},
+    {"caller-id-lock-screen", settings_keys::callerIDRemoveFromLockScreen, "",
+     &SNSettings::isCallerIDProtectedRemoveFromLockScreen},
+    {"caller-id-attention", settings_keys::callerIDHideOnAttentionAway, "",
+     &SNSettings::isHideCallerInfoOnAttentionAway},
+};
+
 void step(const char* question, const std::string& answer) {
   std::printf("%-22s %s\n", question, answer.c_str());
 }
@@ -78,33 +102,55 @@ void explainNetwork(const SNSettings& settings) {
   step("trusted network?", (trusted ? "yes: " : "no: ") + *name);
 }
 
-const Kind& kindNamed(std::string_view name) {
-  const auto kind = std::ranges::find(kinds, name, &Kind::name);
-  if (kind != std::end(kinds)) return *kind;
+/// The entry of a table that has the name; throws UsageError with all names there are.
+template <class Table>
+const auto& named(const Table& table, std::string_view name, const char* what) {
   std::string names;
-  for (const Kind& known : kinds)
-    names += " " + std::string(known.name);
-  throw UsageError("unknown kind of item " + std::string(name) + "; there are:" + names);
+  for (const auto& entry : table) {
+    if (entry.name == name) return entry;
+    names += " " + std::string(entry.name);
+  }
+  throw UsageError("unknown " + std::string(what) + " " + std::string(name) +
+                   "; there are:" + names);
+}
+
+ExitCode conclude(bool isProtected) {
+  step("so it is", isProtected ? "protected" : "not protected");
+  return isProtected ? programs::exitDone : programs::exitNo;
+}
+
+void explainGate(const SNSettings& settings, std::string_view sessionItem) {
+  step("enabled?", settings.isSentrelEnabled() ? "yes" : "no");
+  explainNetwork(settings);
+  if (sessionItem.empty()) return step("open session?", "does not count here");
+  const bool covered = SentrelController::sharedInstance().shouldIgnoreAuthentication(sessionItem);
+  step("open session?", covered ? "yes" : "no");
+}
+
+ExitCode explainFeature(const std::string& name) {
+  const Feature& feature = named(features, name, "feature");
+  const SNSettings& settings = SNSettings::sharedSettings();
+  explainGate(settings, SNUtils::localizedString(feature.service));
+  const auto flag = settings.valueForKey(feature.key);
+  step("switched on?",
+       std::string(flag && flag->boolValue() ? "yes: " : "no: ") + std::string(feature.key));
+  return conclude((settings.*feature.isProtected)());
 }
 
 ExitCode explain(const Context& context, const Arguments& arguments) {
   const bool hasKind = arguments.size() == 2;
-  const Kind& kind = kindNamed(hasKind ? arguments[0] : "app");
   const std::string& item = arguments.back();
   readSettingsFile(context);
+  if (hasKind && arguments[0] == "feature") return explainFeature(item);
+  const Kind& kind = named(kinds, hasKind ? arguments[0] : "app", "kind of item");
   const SNSettings& settings = SNSettings::sharedSettings();
   if (kind.name == "pane" && item == SNUtils::localizedString("Sentrel"))
     step("own pane?", "yes: always protected, whatever follows");
-  step("enabled?", settings.isSentrelEnabled() ? "yes" : "no");
-  explainNetwork(settings);
+  explainGate(settings, item);
   if (kind.name == "switch")
     step("extension installed?", SNUtils::isFlipSwitchInstalled() ? "yes" : "no");
-  const bool covered = SentrelController::sharedInstance().shouldIgnoreAuthentication(item);
-  step("open session?", covered ? "yes" : "no");
-  step("in the set?", std::string(kind.isListed(settings, item) ? "yes" : "no") + ": " + kind.list);
-  const bool isProtected = kind.isProtected(settings, item);
-  step("so it is", isProtected ? "protected" : "not protected");
-  return isProtected ? programs::exitDone : programs::exitNo;
+  step("in the set?", std::string(kind.isListed(settings, item) ? "yes: " : "no: ") + kind.list);
+  return conclude(kind.isProtected(settings, item));
 }
 
 constexpr Command commands[] = {

@@ -25,8 +25,10 @@ constexpr const char* usage =
     "\n"
     "Runs as the home-screen process of a device until it is told to end: by a signal, or by a\n"
     "command on standard input, one a line:\n"
-    "  lock   the device locks\n"
-    "  quit   ends the process\n"
+    "  lock         the device locks\n"
+    "  join NAME    the device joins a Wi-Fi network\n"
+    "  leave        and leaves it\n"
+    "  quit         ends the process\n"
     "Prints \"ready ADDRESS\" once others can ask it, and the log lines that they send.\n";
 
 bus::RunLoop* signalledLoop = nullptr;
@@ -41,12 +43,19 @@ void watchSignals(bus::RunLoop& loop) {
   std::signal(SIGTERM, stopOnSignal);
 }
 
-void obey(bus::RunLoop& loop, const std::string& command) {
+void obey(RealProcess& self, const std::string& command) {
+  constexpr std::string_view join = "join ";
   if (command == "lock") {
     SentrelController::sharedInstance().deviceLocked();
     std::puts("locked");
+  } else if (command.starts_with(join)) {
+    self.device().wifi().joined = command.substr(join.size());
+    std::puts("joined");
+  } else if (command == "leave") {
+    self.device().wifi().joined.reset();
+    std::puts("left");
   } else if (command == "quit") {
-    loop.stop();
+    self.loop().stop();
   } else {
     std::fprintf(stderr, "sentrel-springboard: unknown command \"%s\"\n", command.c_str());
   }
@@ -67,9 +76,9 @@ int run(const CommandLine& line) {
                             std::printf("log %s\n", text.c_str());
                           }));
   std::printf("ready %s\n", homeBus.address().c_str());
-  const auto commands = std::make_shared<LineReader>(
-      self.loop(), LineReader::AtEnd::goOn,
-      [&self](const std::string& command) { obey(self.loop(), command); });
+  const auto commands =
+      std::make_shared<LineReader>(self.loop(), LineReader::AtEnd::goOn,
+                                   [&self](const std::string& command) { obey(self, command); });
   self.loop().add(commands);
   self.loop().run();
   return exitDone;
