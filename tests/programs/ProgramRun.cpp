@@ -32,17 +32,21 @@ std::vector<char*> pointersTo(std::vector<std::string>& words) {
 
 }  // namespace
 
-ProgramResult runProgram(const std::string& name, const std::vector<std::string>& arguments) {
+ProgramResult runProgram(const std::string& name, const std::vector<std::string>& arguments,
+                         const std::string& input) {
   std::string folder = (std::filesystem::temp_directory_path() / "sentrel-run-XXXXXX").string();
   if (!mkdtemp(folder.data())) return {-1, "", "no temporary folder"};
   const std::filesystem::path output = std::filesystem::path(folder) / "out";
   const std::filesystem::path errors = std::filesystem::path(folder) / "err";
 
+  const std::filesystem::path given = std::filesystem::path(folder) / "in";
+  std::ofstream(given) << input;
+
   std::vector<std::string> words{std::string(SENTREL_PROGRAMS) + "/" + name};
   words.insert(words.end(), arguments.begin(), arguments.end());
   posix_spawn_file_actions_t actions;
   posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+  posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, given.c_str(), O_RDONLY, 0);
   posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, output.c_str(), O_WRONLY | O_CREAT,
                                    0600);
   posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, errors.c_str(), O_WRONLY | O_CREAT,

@@ -12,7 +12,8 @@ struct ProgramResult {
   std::string errors;
 };
 
-/// Runs a program of the build to its end, with nothing on its standard input.
-ProgramResult runProgram(const std::string& name, const std::vector<std::string>& arguments);
+/// Runs a program of the build to its end, with `input` on its standard input.
+ProgramResult runProgram(const std::string& name, const std::vector<std::string>& arguments,
+                         const std::string& input = {});
 
 }  // namespace sentrel

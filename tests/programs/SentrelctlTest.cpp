@@ -22,9 +22,9 @@ class Sentrelctl : public ::testing::Test {
   }
   ~Sentrelctl() override { std::filesystem::remove_all(root); }
 
-  ProgramResult run(std::vector<std::string> arguments) {
+  ProgramResult run(std::vector<std::string> arguments, const std::string& input = {}) {
     arguments.insert(arguments.begin(), {"--root", root.string()});
-    return runProgram("sentrelctl", arguments);
+    return runProgram("sentrelctl", arguments, input);
   }
 
   std::filesystem::path settingsFile() {
@@ -133,6 +133,48 @@ TEST_F(Sentrelctl, CheckNamesEveryFault) {
         "SentrelNCApps: holds a", "SentrelFolders: record 1",
         "SentrelUsePasscodeOnly: has no effect", "SentrelEnabld: is no setting"})
     EXPECT_NE(result.output.find(fault), std::string::npos) << fault << "\n" << result.output;
+}
+
+TEST_F(Sentrelctl, PasscodeComesFromStandardInputAndIsStoredEnciphered) {
+  ASSERT_EQ(run({"create"}).code, 0);
+  EXPECT_EQ(run({"passcode", "check"}, "2468\n").code, 1);
+  EXPECT_EQ(run({"passcode", "set"}, "").code, 2);
+  EXPECT_EQ(run({"passcode", "set"}, "2468\n").code, 0);
+  EXPECT_EQ(run({"get", "SentrelPasscode"}).output.size(), 25U);
+  EXPECT_EQ(run({"passcode", "check"}, "2468\n").output, "YES\n");
+  EXPECT_EQ(run({"passcode", "check"}, "24680\n").output, "NO\n");
+  EXPECT_EQ(run({"passcode", "remove"}).code, 0);
+  EXPECT_EQ(run({"get", "SentrelPasscode"}).code, 1);
+  EXPECT_EQ(run({"passcode", "show"}).code, 2);
+}
+
+TEST_F(Sentrelctl, ExplainSaysWhichStepDecides) {
+  ASSERT_EQ(run({"create"}).code, 0);
+  ASSERT_EQ(run({"set", "SentrelApplications", "com.example.notes"}).code, 0);
+  const ProgramResult off = run({"explain", "com.example.notes"});
+  EXPECT_EQ(off.code, 1);
+  EXPECT_NE(off.output.find("enabled?               no"), std::string::npos) << off.output;
+  EXPECT_NE(off.output.find("in the set?            yes"), std::string::npos) << off.output;
+  EXPECT_EQ(run({"explain", "pane", "Sentrel"}).code, 0);
+  ASSERT_EQ(run({"set", "SentrelEnabled", "YES"}).code, 0);
+  EXPECT_EQ(run({"explain", "com.example.notes"}).code, 0);
+  EXPECT_EQ(run({"explain", "service", "COM.EXAMPLE.NOTES.share"}).code, 0);
+  EXPECT_EQ(run({"explain", "feature", "switcher"}).code, 1);
+  EXPECT_EQ(run({"explain", "feature", "nothing"}).code, 2);
+  EXPECT_EQ(run({"explain", "nothing", "x"}).code, 2);
+}
+
+TEST_F(Sentrelctl, NetworksAndFoldersAreListedAndChanged) {
+  ASSERT_EQ(run({"create"}).code, 0);
+  EXPECT_EQ(run({"networks", "trust", "Café"}).code, 0);
+  EXPECT_EQ(run({"networks", "trusted"}).output, "Café\n");
+  EXPECT_EQ(run({"networks", "distrust", "Other"}).code, 1);
+  EXPECT_EQ(run({"networks", "distrust", "Café"}).code, 0);
+  EXPECT_EQ(run({"networks", "known"}).code, 3) << "no home screen can tell";
+  EXPECT_EQ(run({"networks", "current"}).code, 1);
+  EXPECT_EQ(run({"folders", "protect", "com.example.chess"}).code, 3);
+  EXPECT_EQ(run({"folders", "reset"}).code, 0);
+  EXPECT_EQ(run({"folders", "list"}).output, "");
 }
 
 TEST_F(Sentrelctl, NeedsADeviceRoot) {

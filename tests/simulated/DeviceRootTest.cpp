@@ -1,0 +1,112 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "device/simulated/DeviceRootReader.h"
+
+namespace sentrel::simulated {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A copy of the example root, to be read and to be damaged.
+class DeviceRoot : public ::testing::Test {
+ protected:
+  DeviceRoot() {
+    std::string folder = (fs::temp_directory_path() / "sentrel-root-XXXXXX").string();
+    root = mkdtemp(folder.data());
+    fs::copy(fs::path(SENTREL_SOURCE) / "examples" / "root", root, fs::copy_options::recursive);
+  }
+  ~DeviceRoot() override { fs::remove_all(root); }
+
+  DeviceRootReader reader() { return DeviceRootReader(storage::DeviceRoot(root.string())); }
+
+  void replace(const char* path, const std::string& content) {
+    fs::create_directories((root / path).parent_path());
+    std::ofstream(root / path) << content;
+  }
+
+  fs::path root;
+  SimulatedDevice device;
+};
+
+TEST_F(DeviceRoot, DescribesThePhone) {
+  auto example = reader();
+  example.fill(device);
+  EXPECT_TRUE(example.complaints().empty());
+  EXPECT_EQ(device.system().version, "14.2");
+  EXPECT_TRUE(device.sensor().isPearlIDCapable);
+  EXPECT_FALSE(device.sensor().isTouchIDCapable);
+  EXPECT_EQ(device.wifi().known, (std::vector<std::string>{"Zuhause", "Café Größe 1"}));
+  EXPECT_FALSE(device.wifi().joined);
+}
+
+TEST_F(DeviceRoot, InstallsApplicationsUnderTheirTranslatedNames) {
+  reader().fill(device);
+  const auto* notes = device.applications().find("com.example.notes");
+  const auto* bank = device.applications().find("com.example.bank");
+  const auto* diagnostics = device.applications().find("com.apple.diagnostics");
+  ASSERT_TRUE(notes && bank && diagnostics);
+  EXPECT_EQ(notes->displayName, "Notizen");
+  EXPECT_FALSE(notes->isSystem);
+  EXPECT_EQ(bank->displayName, "Bank");
+  EXPECT_TRUE(diagnostics->isSystem);
+  EXPECT_TRUE(diagnostics->isHidden);
+  EXPECT_FALSE(notes->isHidden);
+}
+
+TEST_F(DeviceRoot, LaysOutTheHomeScreen) {
+  reader().fill(device);
+  const auto& folders = device.homeScreen().folders();
+  ASSERT_EQ(folders.size(), 2U);
+  EXPECT_EQ(folders[0]->displayName(), "Spiele");
+  EXPECT_EQ(folders[0]->icons().size(), 2U);
+  EXPECT_TRUE(device.homeScreen().icon("com.example.maps"));
+  EXPECT_TRUE(device.homeScreen().icon("com.example.mail"));
+}
+
+TEST_F(DeviceRoot, GivesEachBundleItsTextsInTheDevicesLanguage) {
+  auto example = reader();
+  EXPECT_EQ(example.mainBundle("com.example.notes")->localizedString("Cancel"), "Abbrechen");
+  EXPECT_EQ(example.mainBundle("com.apple.springboard")->localizedString("Sentrel"),
+            "Sentrel-Schutz");
+  EXPECT_EQ(example.mainBundle("com.example.absent")->localizedString("Cancel"), "Cancel");
+  replace(
+      "var/mobile/Library/Preferences/.GlobalPreferences.plist",
+      "<plist><dict><key>AppleLanguages</key><array><string>en</string></array></dict></plist>");
+  EXPECT_EQ(reader().mainBundle("com.example.notes")->localizedString("Cancel"), "Cancel");
+}
+
+TEST_F(DeviceRoot, LeavesOutWhatIsDamagedAndSaysSo) {
+  replace("Applications/Broken.app/Info.plist", "not a property list");
+  replace("Applications/Nameless.app/Info.plist", "<plist><dict/></plist>");
+  fs::create_directories(root / "Applications/Empty.app");
+  replace("var/mobile/Library/SpringBoard/IconState.plist",
+          "<plist><dict><key>iconLists</key><array><array><integer>1</integer>"
+          "<string>com.example.maps</string></array></array></dict></plist>");
+  replace("System/Library/CoreServices/SystemVersion.plist", "<plist><array/></plist>");
+  auto damaged = reader();
+  damaged.fill(device);
+  EXPECT_EQ(device.system().version, SystemState().version);
+  EXPECT_TRUE(device.applications().find("com.example.notes"));
+  EXPECT_TRUE(device.homeScreen().icon("com.example.maps"));
+  EXPECT_TRUE(device.homeScreen().folders().empty());
+  for (const char* part : {"Broken.app", "Nameless.app", "Empty.app", "IconState", "SystemVersion"})
+    EXPECT_TRUE(std::ranges::any_of(damaged.complaints(), [part](const std::string& complaint) {
+      return complaint.find(part) != std::string::npos;
+    })) << part;
+}
+
+TEST_F(DeviceRoot, MayBeEmptyOrMissing) {
+  DeviceRootReader nowhere{storage::DeviceRoot((root / "nowhere").string())};
+  nowhere.fill(device);
+  EXPECT_TRUE(nowhere.complaints().empty());
+  EXPECT_FALSE(device.applications().find("com.example.notes"));
+}
+
+}  // namespace
+}  // namespace sentrel::simulated
