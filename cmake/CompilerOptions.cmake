@@ -18,7 +18,6 @@ target_compile_options(sentrel_options INTERFACE
   # False alarms of g++ 12 once it optimises: "text" + std::string as an overlapping copy (its bug
   # 105651), and a std::variant's other alternatives as read before they are set.
   $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
-  $<$<CXX_COMPILER_ID:GNU>:-Wno-array-bounds>
   $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
 
 if(SENTREL_SANITIZE)

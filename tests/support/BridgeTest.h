@@ -5,6 +5,7 @@
 
 #include "host/SpringBoardObservers.h"
 #include "sentrel/bridge/SNUtils.h"
+#include "sentrel/bridge/TextFormat.h"
 #include "tests/support/TwoProcesses.h"
 
 namespace sentrel {
@@ -23,7 +24,7 @@ class BridgeTest : public TwoProcesses {
 
   /// What the application logged since the last call, without its own name in front.
   Lines takeAppLog() {
-    const std::string sender = std::string(appIdentifier) + " < - > ";
+    const std::string sender = formatText("%@ < - > ", {appIdentifier});
     Lines lines;
     for (const std::string& line : std::exchange(logLines, {}))
       lines.push_back(line.starts_with(sender) ? line.substr(sender.size())

@@ -3,6 +3,7 @@ extern "C" __attribute__((visibility("default"))) const char* __lsan_default_sup
 
 const char* __lsan_default_suppressions() {
   return "leak:libfontconfig\n"
+         "leak:sd_bus_new\n"
          "leak:libSDL2\n"
          "leak:libdbus\n";
 }
