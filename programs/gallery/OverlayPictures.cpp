@@ -78,8 +78,12 @@ void paintOverlays(Gallery& gallery) {
   for (const OverlayPicture& picture : overlayPictures())
     paintOverlay(gallery, {}, picture);
   const OverlayPicture& withIcon = overlayPictures()[3];
+  constexpr auto dark = UIUserInterfaceStyle::dark;
+  paintOverlay(gallery, {.device = phone, .style = dark}, withIcon);
   paintOverlay(gallery, {.device = smallPhone, .sensor = screen::GlyphKind::face}, withIcon);
-  paintOverlay(gallery, {.device = tablet, .style = UIUserInterfaceStyle::dark}, withIcon);
+  paintOverlay(gallery, {.device = smallPhone, .style = dark}, withIcon);
+  paintOverlay(gallery, {.device = tablet}, withIcon);
+  paintOverlay(gallery, {.device = tablet, .style = dark}, withIcon);
   paintCard(gallery, overlayLightStyle, "on-a-rounded-view");
   paintCard(gallery, overlayDarkStyle, "on-a-rounded-view-dark-style");
 }

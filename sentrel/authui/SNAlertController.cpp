@@ -20,9 +20,9 @@ bool isSwitchButton(const UIAlertAction& action) {
 /// Whether it was run.
 bool flip(const std::shared_ptr<UIAlertAction>& action) {
   if (!action->handler()) return false;
-  const std::string title = switchButtonTitleAfter(action->title());
+  const std::string tapped = action->title();
   action->handler()(action);
-  action->setTitle(title);
+  action->setTitle(switchButtonTitleAfter(tapped));
   return true;
 }
 

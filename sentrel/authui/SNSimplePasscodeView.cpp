@@ -178,7 +178,8 @@ void SNSimplePasscodeView::reset() {
 
 void SNSimplePasscodeView::_resetTextFields(bool delayed) {
   clearText();
-  if (delayed && passcodeTextField_ && !passcodeTextField_->isFirstResponder())
+  const bool hasInput = passcodeTextField_ && passcodeTextField_->isFirstResponder();
+  if (delayed && !hasInput)
     Process::current().platform().mainQueue->after(refocusDelay, [weakView = weakSelf()] {
       if (const auto self = weakView.lock())
         self->showKeyboard(/*animated=*/false, /*delay=*/false);

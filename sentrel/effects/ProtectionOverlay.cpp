@@ -92,7 +92,8 @@ class OverlayContent {
   bool dark_;
 };
 
-/// Every text shrinks to ten points at most, on each generation from its own size.
+/// Takes the message down to ten points, on each generation from its own size; the footer shrinks
+/// by the same factor.
 double minimumScale() {
   return SNUtils::isIOS9() ? 2.0 / 9 : 0.4;
 }

@@ -23,6 +23,7 @@ UIAlertController::UIAlertController(std::optional<std::string> title,
 }
 
 void UIAlertController::addAction(std::shared_ptr<UIAlertAction> action) {
+  if (!action) return;
   actions_.push_back(std::move(action));
   if (isViewLoaded()) panel().buttons()->reloadData();
 }

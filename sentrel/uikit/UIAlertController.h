@@ -31,6 +31,7 @@ class SENTREL_API UIAlertController : public UIViewController {
   UIAlertControllerStyle preferredStyle() const noexcept { return preferredStyle_; }
 
   const std::vector<std::shared_ptr<UIAlertAction>>& actions() const noexcept { return actions_; }
+  /// Ignores null.
   void addAction(std::shared_ptr<UIAlertAction> action);
 
   const std::shared_ptr<UIViewController>& contentViewController() const noexcept {
