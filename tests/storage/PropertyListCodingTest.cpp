@@ -321,24 +321,24 @@ TEST(BinaryPropertyList, BoundsItsDepth) {
 
 TEST(BinaryPropertyList, RefusesObjectsThatItCannotTakeAsTheyAre) {
   const std::pair<std::string, Kind> objects[] = {
-      {std::string("\x00", 1), Kind::unsupportedType},                 // null
-      {"\x0F", Kind::unsupportedType},                                 // filler
-      {"\x80\x01", Kind::unsupportedType},                             // an identifier
-      {"\xC1\x01", Kind::unsupportedType},                             // a set
-      {"\x14" + std::string(16, '\x01'), Kind::damaged},               // an integer of 128 bits
-      {"\x21\x01\x01", Kind::damaged},                                 // a real of 2 bytes
-      {"\x33\x7F\xF0" + std::string(6, '\0'), Kind::unsupportedType},  // an infinite date
-      {"\x51\xFF", Kind::notUtf8},                                     // text of one byte
-      {std::string("\x51\x00", 2), Kind::damaged},                     // text with a zero
-      {std::string("\x61\xD8\x00", 3), Kind::notUtf8},                 // half a pair
-      {std::string("\x62\xDC\x00\x00\x41", 5), Kind::notUtf8},         // the other half
-      {"\x4E", Kind::damaged},                                         // data into the offsets
-      {"\x5E", Kind::damaged},                                         // text over the end
-      {"\x4F\x13\x7F\xFF\xFF\xFF\xFF\xFF\xFF\xFF", Kind::damaged},     // data over the end
-      {"\xAF\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF", Kind::damaged},     // array over the end
-      {std::string("\xA1\x00\x09", 3), Kind::damaged},                 // reference to nothing
-      {std::string("\xD1\x00\x01\x00\x01", 5), Kind::damaged},         // a key that is no text
-      {"\x5F\x51", Kind::damaged},                                     // count that is no number
+      {std::string("\x00", 1), Kind::unsupportedType},          // null
+      {"\x0F", Kind::unsupportedType},                          // filler
+      {"\x80\x01", Kind::unsupportedType},                      // an identifier
+      {"\xC1\x01", Kind::unsupportedType},                      // a set
+      {std::string("\x14").append(16, '\x01'), Kind::damaged},  // an integer of 128 bits
+      {"\x21\x01\x01", Kind::damaged},                          // a real of 2 bytes
+      {std::string("\x33\x7F\xF0").append(6, '\0'), Kind::unsupportedType},  // an infinite date
+      {"\x51\xFF", Kind::notUtf8},                                           // text of one byte
+      {std::string("\x51\x00", 2), Kind::damaged},                           // text with a zero
+      {std::string("\x61\xD8\x00", 3), Kind::notUtf8},                       // half a pair
+      {std::string("\x62\xDC\x00\x00\x41", 5), Kind::notUtf8},               // the other half
+      {"\x4E", Kind::damaged},                                      // data into the offsets
+      {"\x5E", Kind::damaged},                                      // text over the end
+      {"\x4F\x13\x7F\xFF\xFF\xFF\xFF\xFF\xFF\xFF", Kind::damaged},  // data over the end
+      {"\xAF\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF", Kind::damaged},  // array over the end
+      {std::string("\xA1\x00\x09", 3), Kind::damaged},              // reference to nothing
+      {std::string("\xD1\x00\x01\x00\x01", 5), Kind::damaged},      // a key that is no text
+      {"\x5F\x51", Kind::damaged},                                  // count that is no number
   };
   for (const auto& [bytes, kind] : objects) {
     SCOPED_TRACE(testing::PrintToString(bytes));
