@@ -14,14 +14,14 @@ namespace {
 namespace fs = std::filesystem;
 
 /// A copy of the example root, to be read and to be damaged.
-class DeviceRoot : public ::testing::Test {
+class PhoneFromItsRoot : public ::testing::Test {
  protected:
-  DeviceRoot() {
+  PhoneFromItsRoot() {
     std::string folder = (fs::temp_directory_path() / "sentrel-root-XXXXXX").string();
     root = mkdtemp(folder.data());
     fs::copy(fs::path(SENTREL_SOURCE) / "examples" / "root", root, fs::copy_options::recursive);
   }
-  ~DeviceRoot() override { fs::remove_all(root); }
+  ~PhoneFromItsRoot() override { fs::remove_all(root); }
 
   DeviceRootReader reader() { return DeviceRootReader(storage::DeviceRoot(root.string())); }
 
@@ -34,7 +34,7 @@ class DeviceRoot : public ::testing::Test {
   SimulatedDevice device;
 };
 
-TEST_F(DeviceRoot, DescribesThePhone) {
+TEST_F(PhoneFromItsRoot, DescribesThePhone) {
   auto example = reader();
   example.fill(device);
   EXPECT_TRUE(example.complaints().empty());
@@ -45,7 +45,7 @@ TEST_F(DeviceRoot, DescribesThePhone) {
   EXPECT_FALSE(device.wifi().joined);
 }
 
-TEST_F(DeviceRoot, InstallsApplicationsUnderTheirTranslatedNames) {
+TEST_F(PhoneFromItsRoot, InstallsApplicationsUnderTheirTranslatedNames) {
   reader().fill(device);
   const auto* notes = device.applications().find("com.example.notes");
   const auto* bank = device.applications().find("com.example.bank");
@@ -59,7 +59,7 @@ TEST_F(DeviceRoot, InstallsApplicationsUnderTheirTranslatedNames) {
   EXPECT_FALSE(notes->isHidden);
 }
 
-TEST_F(DeviceRoot, LaysOutTheHomeScreen) {
+TEST_F(PhoneFromItsRoot, LaysOutTheHomeScreen) {
   reader().fill(device);
   const auto& folders = device.homeScreen().folders();
   ASSERT_EQ(folders.size(), 2U);
@@ -69,7 +69,7 @@ TEST_F(DeviceRoot, LaysOutTheHomeScreen) {
   EXPECT_TRUE(device.homeScreen().icon("com.example.mail"));
 }
 
-TEST_F(DeviceRoot, GivesEachBundleItsTextsInTheDevicesLanguage) {
+TEST_F(PhoneFromItsRoot, GivesEachBundleItsTextsInTheDevicesLanguage) {
   auto example = reader();
   EXPECT_EQ(example.mainBundle("com.example.notes")->localizedString("Cancel"), "Abbrechen");
   EXPECT_EQ(example.mainBundle("com.apple.springboard")->localizedString("Sentrel"),
@@ -81,7 +81,7 @@ TEST_F(DeviceRoot, GivesEachBundleItsTextsInTheDevicesLanguage) {
   EXPECT_EQ(reader().mainBundle("com.example.notes")->localizedString("Cancel"), "Cancel");
 }
 
-TEST_F(DeviceRoot, LeavesOutWhatIsDamagedAndSaysSo) {
+TEST_F(PhoneFromItsRoot, LeavesOutWhatIsDamagedAndSaysSo) {
   replace("Applications/Broken.app/Info.plist", "not a property list");
   replace("Applications/Nameless.app/Info.plist", "<plist><dict/></plist>");
   fs::create_directories(root / "Applications/Empty.app");
@@ -101,7 +101,7 @@ TEST_F(DeviceRoot, LeavesOutWhatIsDamagedAndSaysSo) {
     })) << part;
 }
 
-TEST_F(DeviceRoot, MayBeEmptyOrMissing) {
+TEST_F(PhoneFromItsRoot, MayBeEmptyOrMissing) {
   DeviceRootReader nowhere{storage::DeviceRoot((root / "nowhere").string())};
   nowhere.fill(device);
   EXPECT_TRUE(nowhere.complaints().empty());
