@@ -9,6 +9,7 @@
 #include "sentrel/authui/SNAuthenticationViewController.h"
 #include "sentrel/authui/SNSimplePasscodeView.h"
 #include "sentrel/authui/SNWindow.h"
+#include "sentrel/biometrics/SNTouchIDManager.h"
 #include "sentrel/bridge/BridgeState.h"
 #include "sentrel/controller/SentrelController.h"
 #include "sentrel/settings/SNSettings.h"
@@ -84,6 +85,10 @@ SNWiFiManager& Process::wifiManager() {
 SentrelController& Process::controller() {
   return controller_.get(
       [this] { return std::make_shared<SentrelController>(platform_, settings()); });
+}
+
+const std::shared_ptr<SNTouchIDManager>& Process::touchIDManager() {
+  return touchIDManager_.share([this] { return SNTouchIDManager::makeShared(platform_); });
 }
 
 const BridgeSettings& Process::bridgeSettings() {

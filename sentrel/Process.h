@@ -15,6 +15,7 @@ class SNAuthenticationView;
 class SNAuthenticationViewController;
 class SNSettings;
 class SNSimplePasscodeView;
+class SNTouchIDManager;
 class SNWiFiManager;
 class SNWindow;
 class SentrelController;
@@ -62,6 +63,8 @@ class SENTREL_API Process {
   /// The narrow view by which the bridge reaches the settings above it.
   const BridgeSettings& bridgeSettings();
 
+  const std::shared_ptr<SNTouchIDManager>& touchIDManager();
+
   // Views and their controllers are shared with whoever shows them.
   const std::shared_ptr<SNSimplePasscodeView>& simplePasscodeView();
   const std::shared_ptr<SNAuthenticationView>& authenticationView();
@@ -104,6 +107,7 @@ class SENTREL_API Process {
   Shared<UIApplication> application_;
   Shared<SNSettings> settings_;
   Shared<SNWiFiManager> wifiManager_;
+  Shared<SNTouchIDManager> touchIDManager_;
   Shared<SentrelController> controller_;
   Shared<BridgeState> bridgeState_;
   Shared<SNSimplePasscodeView> simplePasscodeView_;

@@ -1,31 +1,176 @@
 #pragma once
 
+#include <cstdint>
+#include <functional>
+#include <memory>
 #include <optional>
+#include <string>
 #include <unordered_map>
 #include <unordered_set>
+#include <vector>
 
+#include "sentrel/authui/SNAuthenticationDelegates.h"
+#include "sentrel/controller/Invocation.h"
+#include "sentrel/platform/Biometrics.h"
+#include "sentrel/platform/HomeScreen.h"
+#include "sentrel/platform/PSSpecifier.h"
 #include "sentrel/platform/Platform.h"
 #include "sentrel/settings/SNSettings.h"
 #include "sentrel/settings/UnlockSessions.h"
+#include "sentrel/uikit/UIAlertView.h"
+#include "sentrel/uikit/UIViewController.h"
 
 namespace sentrel {
 
-/// The lock controller of one process. It keeps the unlock sessions: the home-screen process holds
-/// the truth about them, every other process forwards both the recording and the question to it.
+class SNAlertController;
+class SNAlertView;
+class SNTouchIDManager;
+struct WatchAnswer;
+
+/// The lock controller of one process: every protected action goes through it. It decides whether
+/// to prompt, runs the prompt, delivers the outcome once and keeps the unlock sessions. The
+/// home-screen process holds the truth about sessions; every other process forwards both the
+/// recording and the question to it.
+///
+/// There is one prompt at a time: a later request takes over from an earlier one, whose completion
+/// is then never called.
 ///
 /// Main thread only, but for sharedInstance.
-class SENTREL_API SentrelController final : public UnlockSessions {
+class SENTREL_API SentrelController final
+    : public UnlockSessions,
+      public SNAuthenticationDelegate,
+      public SNAuthenticationViewDelegate,
+      public UIAlertViewDelegate,
+      public std::enable_shared_from_this<SentrelController> {
  public:
   using SessionTimes = std::unordered_map<SessionKey, WallTime, SessionKeyHash, SessionKeyEqual>;
   using SessionKeys = std::unordered_set<SessionKey, SessionKeyHash, SessionKeyEqual>;
 
-  /// `platform` and `settings` outlive the controller.
-  SentrelController(Platform& platform, SNSettings& settings);
+  /// `authenticated`: identity was just proven. `allowed`: the caller may go on. Not protected is
+  /// (NO, YES), success (YES, YES), cancel and failure (NO, NO).
+  using Completion = std::function<void(bool authenticated, bool allowed)>;
+
+  /// Whose view controller presents the prompt.
+  using Presenter = std::shared_ptr<UIViewController>;
+
+  /// A localised text; none shows nothing.
+  using Text = std::optional<std::string>;
 
   /// The current process's controller.
   static SentrelController& sharedInstance();
 
-  // --- Unlock sessions ---------------------------------------------------------------------
+  /// What sharedInstance is made by: observes the results of other processes and loads the watch's
+  /// framework. `platform` and `settings` outlive the controller.
+  static std::shared_ptr<SentrelController> makeShared(Platform& platform, SNSettings& settings);
+
+  // --- Requests ------------------------------------------------------------------------------
+  //
+  // Each ends in its completion, which may be empty, and records a session on success. The first
+  // three ask themselves whether the item is protected, and call the completion at once where it
+  // is not; for the others the caller has asked. A null presenter shows nothing.
+
+  void requiresAuthentication(const std::string& bundleIdentifier, const Presenter& delegate,
+                              Completion completion);
+  void requiresAuthenticationForSystemService(const std::string& service, const Presenter& delegate,
+                                              Completion completion);
+  void requiresAuthenticationForFolder(const std::shared_ptr<SBFolder>& folder,
+                                       const Presenter& delegate, Completion completion);
+
+  /// Records no session.
+  void requiresAuthenticationForItem(const Text& title, const Text& message,
+                                     const Presenter& delegate, Completion completion);
+
+  void requiresAuthenticationForReboot(const Presenter& delegate, Completion completion);
+  void requiresAuthenticationForRespring(const Presenter& delegate, Completion completion);
+  void requiresAuthenticationForAppArrangement(const Presenter& delegate, Completion completion);
+  void requiresAuthenticationForAppDeletion(const Presenter& delegate, Completion completion);
+  void requiresAuthenticationForAppSwitcher(const Presenter& delegate, Completion completion);
+  void requiresAuthenticationForFlipSwitch(const std::string& switchIdentifier,
+                                           const Presenter& delegate, Completion completion);
+  void requiresAuthenticationForSpecifier(const std::shared_ptr<PSSpecifier>& specifier,
+                                          const Presenter& delegate, Completion completion);
+  /// The session's key is the specifier itself, not its identifier.
+  void requiresAuthenticationForSpecifier(const std::shared_ptr<PSSpecifier>& specifier,
+                                          const Text& title, const Presenter& delegate,
+                                          Completion completion);
+  /// An application on an older system has the home screen prompt, and hears of the result.
+  void requiresAuthenticationForPhotos(const Presenter& delegate, Completion completion);
+  void requiresAuthenticationForLockscreenNotifications(const Presenter& delegate,
+                                                        Completion completion);
+  void requiresAuthentication(const Text& title, const Text& message, const Presenter& delegate,
+                              Completion completion);
+  /// Prompts over whatever is on the screen, from the overlay window, on a later turn.
+  void requiresAuthentication(const Text& title, const Text& message, Completion completion);
+
+  // --- The prompt ----------------------------------------------------------------------------
+
+  /// Shows a prompt as soon as the control centre is out of the way. With `forceTouch` it opens on
+  /// the glyph even where only the passcode is to be used.
+  void showAuthenticationViewController(const Text& title, const Text& message, bool forceTouch,
+                                        const Presenter& delegate, Completion completion);
+  void showAuthenticationViewController(const Text& title, const Text& message,
+                                        const Presenter& delegate, Completion completion = {});
+
+  /// Both act on a later turn. The first resets the glyph when the prompt is gone.
+  void dismissAuthenticationViewController(bool animated);
+  void dismissAuthenticationViewController(bool animated, std::function<void()> completion);
+
+  /// Brings the glyph of the view in use to `state`. The completion may be empty.
+  void animateFingerPrintActions(std::int64_t state, bool animated,
+                                 std::function<void()> completionHandler);
+
+  /// The prompt that was shown last and not dismissed: an SNAlertController, an SNAlertView, or
+  /// null.
+  std::shared_ptr<UIResponder> alertController() const;
+
+  /// Whether a prompt is showing. An application that is not the system's asks the home screen
+  /// whether one shows there.
+  bool isAlertShowing();
+  /// Kept, and not consulted.
+  void setAlertShowing(bool value) noexcept { alertShowing_ = value; }
+
+  // --- Start and outcome ---------------------------------------------------------------------
+
+  /// Arms the biometric monitor for this controller and starts it.
+  void startSentrelEvents();
+
+  void biometricKitInterfaceHandleEvent(const std::shared_ptr<BiometricInterface>& interface,
+                                        BiometricEvent event);
+  void biometricKitInterfaceObserveEvent(const std::shared_ptr<BiometricInterface>& interface,
+                                         BiometricEvent event);
+
+  void passcodeMatched(bool matched, bool animated);
+  void passcodeMatchedSuccessfully() override;
+  void passcodeNotMatched() override {}
+
+  void alertView(UIAlertView& alertView, int didDismissWithButtonIndex) override;
+
+  /// Ends the request in progress: the one place where that happens.
+  void executeCompletionBlock(bool allowed, BiometricEvent observeEvent);
+
+  /// Ends the request that was handed to the home screen.
+  void handleAuthentication(bool success);
+
+  /// Shakes the prompt and vibrates.
+  void handleAuthenticationFailed(bool isFinal);
+  void vibrateOnError();
+  void invokeCustomInvocation();
+
+  /// A success has just been taken.
+  bool isJustAuthenticated() const noexcept { return justAuthenticated_; }
+  void setJustAuthenticated(bool value) noexcept { justAuthenticated_ = value; }
+
+  /// Run after success, dropped on cancel; null for none.
+  const std::shared_ptr<Invocation>& invocation() const noexcept { return invocation_; }
+  void setInvocation(std::shared_ptr<Invocation> invocation) {
+    invocation_ = std::move(invocation);
+  }
+
+  /// Of the request in progress, and of the one handed to the home screen; empty for none.
+  const Completion& completionBlock() const noexcept { return completionBlock_; }
+  const Completion& completionHandler() const noexcept { return completionHandler_; }
+
+  // --- Unlock sessions -----------------------------------------------------------------------
 
   /// Records that `key` was authenticated just now. None, or sessions switched off, does nothing.
   void updateLastAuthenticationTime(const std::optional<SessionKey>& key);
@@ -34,8 +179,10 @@ class SENTREL_API SentrelController final : public UnlockSessions {
   /// process are not consulted, and a missing reply means no.
   bool shouldIgnoreAuthentication(const SessionItem& item) override;
 
-  /// Ends the sessions that last until the device locks. Timed sessions outlive a lock.
+  /// Fails the prompt on screen and gives the sensor back; the first also ends the sessions that
+  /// last until the device locks. Timed sessions outlive a lock.
   void deviceLocked();
+  void deviceScreenDimmed();
 
   /// The time of the last success of each key, since the process started.
   const SessionTimes& unlockSessionCache() const noexcept { return unlockSessionCache_; }
@@ -49,14 +196,31 @@ class SENTREL_API SentrelController final : public UnlockSessions {
   const std::optional<WallTime>& lastUnlockedTime() const noexcept { return lastUnlockedTime_; }
 
  private:
-  bool isInTimedSession(const SessionItem& item) const;
-  std::optional<WallTime> sessionStart(const SessionItem& item) const;
+  /// What is on screen while a prompt is up, by the way in which it was shown.
+  struct Shown;
+
+  SentrelController(Platform& platform, SNSettings& settings)
+      : platform_(platform), settings_(settings) {}
 
   Platform& platform_;
   SNSettings& settings_;
+
+  std::shared_ptr<SNAlertController> alert_;
+  std::shared_ptr<SNAlertView> legacyAlert_;
+  bool alertShowing_ = false;
+  Completion completionBlock_;
+  Completion completionHandler_;
+  std::shared_ptr<Invocation> invocation_;
+  bool justAuthenticated_ = false;
+  bool lastResultWasMatch_ = false;
+  std::vector<Observation> observations_;
+
   SessionTimes unlockSessionCache_;
   SessionKeys rememberTillDeviceLockCache_;
   std::optional<WallTime> lastUnlockedTime_;
+
+  bool isInTimedSession(const SessionItem& item) const;
+  std::optional<WallTime> sessionStart(const SessionItem& item) const;
 };
 
 }  // namespace sentrel

@@ -4,6 +4,7 @@
 
 #include "sentrel/platform/ApplicationServices.h"
 #include "sentrel/platform/Applications.h"
+#include "sentrel/platform/AudioServices.h"
 #include "sentrel/platform/Biometrics.h"
 #include "sentrel/platform/CaseMapping.h"
 #include "sentrel/platform/Clock.h"
@@ -27,10 +28,12 @@
 #include "sentrel/platform/QVUtils.h"
 #include "sentrel/platform/SBNotificationCenterController.h"
 #include "sentrel/platform/Screen.h"
+#include "sentrel/platform/SharingDaemon.h"
 #include "sentrel/platform/SystemFacts.h"
 #include "sentrel/platform/SystemLog.h"
 #include "sentrel/platform/TextMeasuring.h"
 #include "sentrel/platform/WiFi.h"
+#include "sentrel/platform/Xpc.h"
 
 namespace sentrel {
 
@@ -57,6 +60,8 @@ struct Platform {
   std::shared_ptr<ProcessSpawner> spawner;
   std::shared_ptr<OperationQueues> operationQueues;
   std::shared_ptr<LocalAuthentication> localAuthentication;
+  std::shared_ptr<Xpc> xpc;
+  std::shared_ptr<AudioServices> audioServices;
 
   /// Null in a process that has no user interface.
   std::shared_ptr<Screen> screen;
@@ -79,6 +84,10 @@ struct Platform {
   std::shared_ptr<FSSwitchPanel> switchPanel;
   std::shared_ptr<SBNotificationCenterController> notificationCenterController;
   std::shared_ptr<const PKGlyphViewClass> glyphViewClass;
+
+  /// In the sharing daemon only.
+  std::shared_ptr<SDPairedDeviceAgent> pairedDeviceAgent;
+  std::shared_ptr<SDStatusMonitor> statusMonitor;
 };
 
 }  // namespace sentrel

@@ -1,0 +1,89 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "sentrel/platform/BiometricObserver.h"
+#include "sentrel/platform/Platform.h"
+
+namespace sentrel {
+
+/// Borrows the system's biometric sensor for the time a prompt is on screen, and gives it back with
+/// the delegate and the observers that it had.
+///
+/// Starts and stops may come in any number from many places. Main thread only, but for
+/// sharedManager.
+class SENTREL_API SNTouchIDManager final : public BiometricObserver,
+                                           public std::enable_shared_from_this<SNTouchIDManager> {
+ public:
+  /// `interface` is null for an event that came from another process; on old systems it is the
+  /// event monitor.
+  using EventBlock =
+      std::function<void(const std::shared_ptr<BiometricInterface>& interface, BiometricEvent)>;
+  using RunningBlock = std::function<void(bool running)>;
+
+  /// The current process's own.
+  static std::shared_ptr<SNTouchIDManager> sharedManager();
+
+  /// What sharedManager is made by. `platform` outlives the manager, which becomes the observer
+  /// meant where the bridge is given none.
+  static std::shared_ptr<SNTouchIDManager> makeShared(Platform& platform);
+
+  /// The sensor interface of the running system, or null.
+  std::shared_ptr<BiometricInterface> bioMetricInterface();
+
+  /// Takes the sensor. While it is held, being taken or absent nothing is counted; newer systems
+  /// then only have the sensor matched again.
+  void startManager();
+
+  /// Gives the sensor back and forgets all four blocks, once it is held. Always closes the overlay
+  /// window.
+  void stopManager();
+
+  bool isRunning() const noexcept { return running_; }
+  /// Starts less stops, never below 0.
+  std::int64_t counter() const noexcept { return counter_; }
+
+  /// What was displaced at the start; null and empty while stopped.
+  const std::shared_ptr<BiometricObserver>& oldDelegate() const noexcept { return oldDelegate_; }
+  const std::vector<std::shared_ptr<BiometricObserver>>& oldObservers() const noexcept {
+    return oldObservers_;
+  }
+  /// Whether the event monitor was matching before the start, on old systems.
+  bool isMatchingEnabled() const noexcept { return matchingEnabled_; }
+
+  // Any of the blocks may be empty.
+  void setHandleEventBlock(EventBlock block) { handleEventBlock_ = std::move(block); }
+  void setObserveEventBlock(EventBlock block) { observeEventBlock_ = std::move(block); }
+  void setManagerStarted(RunningBlock block) { managerStarted_ = std::move(block); }
+  void setManagerStopped(RunningBlock block) { managerStopped_ = std::move(block); }
+
+  void biometricKitInterfaceHandleEvent(const std::shared_ptr<BiometricInterface>& interface,
+                                        BiometricEvent event) override;
+  void biometricKitInterfaceObserveEvent(const std::shared_ptr<BiometricInterface>& interface,
+                                         BiometricEvent event) override;
+  void biometricEventMonitorHandleBiometricEvent(
+      const std::shared_ptr<SBUIBiometricEventMonitor>& monitor, BiometricEvent event) override;
+  std::string description() const override;
+
+ private:
+  explicit SNTouchIDManager(Platform& platform) : platform_(platform) {}
+
+  Platform& platform_;
+  bool running_ = false;
+  bool starting_ = false;
+  bool stopping_ = false;
+  std::int64_t counter_ = 0;
+  std::shared_ptr<BiometricObserver> oldDelegate_;
+  std::vector<std::shared_ptr<BiometricObserver>> oldObservers_;
+  bool matchingEnabled_ = false;
+  EventBlock handleEventBlock_;
+  EventBlock observeEventBlock_;
+  RunningBlock managerStarted_;
+  RunningBlock managerStopped_;
+};
+
+}  // namespace sentrel
