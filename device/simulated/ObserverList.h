@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -29,7 +30,19 @@ class ObserverList {
     std::erase_if(entries_, [&observer](const auto& entry) { return entry.lock() == observer; });
   }
 
+  /// Tells those that are alive, but none that one before it has taken out.
+  template <class Tell>
+  void tell(Tell tell) const {
+    for (const Observer& observer : alive())
+      if (has(observer)) tell(*observer);
+  }
+
  private:
+  bool has(const Observer& observer) const {
+    return std::any_of(entries_.begin(), entries_.end(),
+                       [&observer](const auto& entry) { return entry.lock() == observer; });
+  }
+
   std::vector<std::weak_ptr<BiometricObserver>> entries_;
 };
 

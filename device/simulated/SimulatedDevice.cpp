@@ -5,6 +5,13 @@
 #include "device/storage/OpenSslCryptography.h"
 
 namespace sentrel::simulated {
+namespace {
+
+int majorVersion(const SystemState& system) {
+  return static_cast<int>(PropertyList(system.version).integerValue());
+}
+
+}  // namespace
 
 SimulatedDevice::SimulatedDevice()
     : timeline_(std::make_shared<VirtualTimeline>()),
@@ -26,6 +33,7 @@ SimulatedDevice::SimulatedDevice()
       notificationCenter_(std::make_shared<SimulatedNotificationCenterController>()),
       glyphViewClass_(std::make_shared<PKGlyphViewClass>()) {
   installGlyphBundle();
+  installBiometricKitBundle();
 }
 
 void SimulatedDevice::installGlyphBundle() {
@@ -33,6 +41,16 @@ void SimulatedDevice::installGlyphBundle() {
                             [glyphViewClass = glyphViewClass_] {
                               Process::current().platform().glyphViewClass =
                                   std::make_shared<const PKGlyphViewClass>(*glyphViewClass);
+                            });
+}
+
+void SimulatedDevice::installBiometricKitBundle() {
+  libraries_->installBundle("/System/Library/PrivateFrameworks/BiometricKit.framework",
+                            [sensor = sensor_, system = system_] {
+                              auto& manager = Process::current().platform().biometricKit;
+                              if (!manager)
+                                manager = makeApplicationBiometricKitManager(sensor,
+                                                                             majorVersion(*system));
                             });
 }
 
@@ -57,7 +75,6 @@ void SimulatedDevice::addCommonParts(Platform& platform) const {
 }
 
 void SimulatedDevice::addSpringBoardClasses(Platform& platform) const {
-  const int version = static_cast<int>(PropertyList(system_->version).integerValue());
   platform.applicationController = makeApplicationController(applications_);
   platform.springBoard = makeSpringBoardApplication(applications_, system_);
   platform.springBoard->isLocked = [lock = lock_] { return lock->isLocked(); };
@@ -69,7 +86,7 @@ void SimulatedDevice::addSpringBoardClasses(Platform& platform) const {
   platform.openApplicationService = makeOpenApplicationService(applications_);
   platform.switchPanel = switchPanel_;
   platform.notificationCenterController = notificationCenter_;
-  addSensorClasses(platform, version);
+  addSensorClasses(platform, majorVersion(*system_));
 }
 
 void SimulatedDevice::addSensorClasses(Platform& platform, int version) const {

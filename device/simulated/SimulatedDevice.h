@@ -5,6 +5,7 @@
 
 #include "device/simulated/Journal.h"
 #include "device/simulated/SimulatedApplications.h"
+#include "device/simulated/SimulatedBiometrics.h"
 #include "device/simulated/SimulatedFiles.h"
 #include "device/simulated/SimulatedHomeScreen.h"
 #include "device/simulated/SimulatedLock.h"
@@ -73,6 +74,7 @@ class SimulatedDevice {
 
   void addSensorClasses(Platform& platform, int version) const;
   void installGlyphBundle();
+  void installBiometricKitBundle();
 
   std::shared_ptr<VirtualTimeline> timeline_;
   std::shared_ptr<SimulatedFiles> files_;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "sentrel/Process.h"
+
 namespace sentrel::simulated {
 namespace {
 
@@ -18,62 +20,6 @@ class HeldAssertion final : public BiometricMatchAssertion {
  private:
   std::shared_ptr<Journal> journal_;
   std::string reason_;
-};
-
-/// The delegate half of an interface, kept weakly as the platform does.
-template <class Base>
-class WithDelegate : public Base {
- public:
-  Observer delegate() const override { return delegate_.lock(); }
-  void setDelegate(const Observer& delegate) override { delegate_ = delegate; }
-
- private:
-  std::weak_ptr<BiometricObserver> delegate_;
-};
-
-class Interface final : public WithDelegate<BiometricInterface> {};
-
-class EventMonitor final : public WithDelegate<SBUIBiometricEventMonitor> {
- public:
-  explicit EventMonitor(SharedSensor sensor) : sensor_(std::move(sensor)) {}
-
-  std::vector<Observer> observers() const override { return observers_.alive(); }
-  void addObserver(const Observer& observer) override { observers_.add(observer); }
-  void removeObserver(const Observer& observer) override { observers_.remove(observer); }
-
-  bool isMatchingEnabled() const override { return isMatchingEnabled_; }
-  void _setMatchingEnabled(bool value) override {
-    isMatchingEnabled_ = value;
-    sensor_->note(value ? "_setMatchingEnabled YES" : "_setMatchingEnabled NO");
-  }
-  void _startMatching() override { sensor_->note("_startMatching"); }
-
- private:
-  SharedSensor sensor_;
-  ObserverList observers_;
-  bool isMatchingEnabled_ = false;
-};
-
-class KitManager final : public BiometricKitManager {
- public:
-  std::shared_ptr<BiometricInterface> delegate() const override { return delegate_.lock(); }
-  void setDelegate(const std::shared_ptr<BiometricInterface>& delegate) override {
-    delegate_ = delegate;
-  }
-
- private:
-  std::weak_ptr<BiometricInterface> delegate_;
-};
-
-constexpr std::string_view effectiveUnlockKey = "BKUserCfgEffectiveTouchIDUnlockEnabled";
-constexpr std::string_view loginKey = "BKUserCfgTouchIDLoginEnabled";
-
-class ProtectedConfiguration final : public BKUserProtectedConfiguration {
- public:
-  bool unlockEnabled(const std::optional<PropertyList::Dictionary>& configuration) const override {
-    const PropertyList* value = configuration ? find(*configuration, effectiveUnlockKey) : nullptr;
-    return value && value->boolValue();
-  }
 };
 
 class PresenceDetection final : public PresenceDetectOperation {
@@ -185,63 +131,28 @@ std::vector<std::string> SimulatedSensor::reasons() const {
   return reasons;
 }
 
+void SimulatedSensor::addListener(const std::shared_ptr<SensorListener>& listener) {
+  std::erase_if(listeners_, [](const Listening& entry) { return entry.listener.expired(); });
+  const bool isKnown = std::any_of(
+      listeners_.begin(), listeners_.end(),
+      [&listener](const Listening& entry) { return entry.listener.lock() == listener; });
+  if (!isKnown) listeners_.push_back({listener, Process::current().platform().mainQueue});
+}
+
+void SimulatedSensor::emit(BiometricEvent event) {
+  for (const Listening& entry : listeners_) {
+    const auto queue = entry.mainQueue.lock();
+    if (!queue) continue;
+    queue->async([weak = entry.listener, event] {
+      if (const auto listener = weak.lock()) listener->sensed(event);
+    });
+  }
+}
+
 BiometryType SimulatedSensor::biometryType() const {
   if (reportedType) return *reportedType;
   if (isPearlIDCapable) return BiometryType::faceID;
   return isTouchIDCapable ? BiometryType::touchID : BiometryType::none;
-}
-
-SimulatedSensor::Assertion SimulatedBiometricResource::acquireMatchingAssertionWithMode(
-    std::int64_t mode, const std::string& reason) {
-  return sensor_->hold(mode, reason);
-}
-
-void SimulatedBiometricResource::_removeMatchingAssertion(const Assertion& assertion) {
-  sensor_->note("remove " + assertion->reason());
-  sensor_->release(assertion);
-}
-
-void SimulatedBiometricResource::_deactivateAssertion(const Assertion& assertion) {
-  sensor_->note("deactivate " + assertion->reason());
-}
-
-std::shared_ptr<BiometricInterface> makeBiometricInterface(const SharedSensor& sensor,
-                                                           int version) {
-  auto interface = std::make_shared<Interface>();
-  interface->isTouchIDCapable = [sensor] { return sensor->isTouchIDCapable; };
-  interface->isPearlIDCapable = [sensor] { return sensor->isPearlIDCapable; };
-  interface->cancel = [sensor] { sensor->note("cancel matching"); };
-  interface->detectFingerWithOptions = [sensor] { sensor->note("detect the finger"); };
-  interface->answersMatchOperation = version >= 11;
-  if (version < 11)
-    interface->matchWithMode = [sensor](std::int64_t mode) {
-      sensor->note("match in mode " + std::to_string(mode));
-    };
-  return interface;
-}
-
-std::shared_ptr<SBUIBiometricEventMonitor> makeBiometricEventMonitor(const SharedSensor& sensor) {
-  return std::make_shared<EventMonitor>(sensor);
-}
-
-std::shared_ptr<BiometricKitManager> makeBiometricKitManager(const SharedSensor& sensor) {
-  auto manager = std::make_shared<KitManager>();
-  manager->isTouchIDCapable = [sensor] { return sensor->isTouchIDCapable; };
-  manager->getSensorInfo = [sensor]() -> std::optional<PropertyList::Dictionary> {
-    if (sensor->biometryType() == BiometryType::none) return std::nullopt;
-    return PropertyList::Dictionary();
-  };
-  manager->getProtectedConfiguration = [sensor]() -> std::optional<PropertyList::Dictionary> {
-    PropertyList::Dictionary configuration;
-    configuration.emplace(effectiveUnlockKey, sensor->isUnlockEnabled);
-    configuration.emplace(loginKey, sensor->isUnlockEnabled);
-    return configuration;
-  };
-  return manager;
-}
-
-std::shared_ptr<BKUserProtectedConfiguration> makeProtectedConfiguration() {
-  return std::make_shared<ProtectedConfiguration>();
 }
 
 std::shared_ptr<BKDeviceManager> makeDeviceManager(const SharedSensor& sensor) {

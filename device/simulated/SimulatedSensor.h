@@ -6,15 +6,22 @@
 #include <vector>
 
 #include "device/simulated/Journal.h"
-#include "device/simulated/ObserverList.h"
 #include "device/simulated/VirtualTimeline.h"
 #include "sentrel/platform/Biometrics.h"
 #include "sentrel/platform/LocalAuthentication.h"
+#include "sentrel/platform/MainQueue.h"
 #include "sentrel/platform/PresenceDetection.h"
 
 namespace sentrel::simulated {
 
-/// The biometric sensor of a device, and who holds it.
+/// An object of some process that hears of what the sensor senses.
+class SensorListener : public std::enable_shared_from_this<SensorListener> {
+ public:
+  virtual ~SensorListener() = default;
+  virtual void sensed(BiometricEvent event) = 0;
+};
+
+/// The biometric sensor of a device, who holds it and who hears of it.
 class SimulatedSensor {
  public:
   using Assertion = std::shared_ptr<BiometricMatchAssertion>;
@@ -46,55 +53,30 @@ class SimulatedSensor {
   const std::vector<Assertion>& assertions() const noexcept { return assertions_; }
   std::vector<std::string> reasons() const;
 
+  /// Senses something: every listener hears of it, on a later turn of its process's main queue.
+  void emit(BiometricEvent event);
+
+  /// `listener` hears of every event from now on, inside the current process, as long as it lives.
+  /// Adding one twice changes nothing.
+  void addListener(const std::shared_ptr<SensorListener>& listener);
+
   BiometryType biometryType() const;
   void note(std::string action) { journal_->record(std::move(action)); }
   const std::shared_ptr<Journal>& journal() const noexcept { return journal_; }
 
  private:
+  struct Listening {
+    std::weak_ptr<SensorListener> listener;
+    std::weak_ptr<MainQueue> mainQueue;
+  };
+
   std::shared_ptr<Journal> journal_;
   std::vector<Assertion> assertions_;
+  std::vector<Listening> listeners_;
 };
 
 using SharedSensor = std::shared_ptr<SimulatedSensor>;
 
-/// One process's interface object, with the operations that systems of `version` answer.
-std::shared_ptr<BiometricInterface> makeBiometricInterface(const SharedSensor& sensor, int version);
-
-/// One process's resource, whose interface is `interface`.
-class SimulatedBiometricResource final : public SBUIBiometricResource {
- public:
-  SimulatedBiometricResource(SharedSensor sensor, std::shared_ptr<BiometricInterface> interface)
-      : sensor_(std::move(sensor)), interface_(std::move(interface)) {}
-
-  void setInterface(std::shared_ptr<BiometricInterface> interface) {
-    interface_ = std::move(interface);
-  }
-
-  /// Those that are still alive, in order.
-  std::vector<std::shared_ptr<BiometricObserver>> observers() const { return observers_.alive(); }
-
-  std::shared_ptr<BiometricInterface> _biometricKitInterface() override { return interface_; }
-  void addObserver(const std::shared_ptr<BiometricObserver>& observer) override {
-    observers_.add(observer);
-  }
-  void removeObserver(const std::shared_ptr<BiometricObserver>& observer) override {
-    observers_.remove(observer);
-  }
-  bool isFingerOn() const override { return sensor_->isFingerOn; }
-  Assertion acquireMatchingAssertionWithMode(std::int64_t mode, const std::string& reason) override;
-  std::vector<Assertion> _matchAssertions() const override { return sensor_->assertions(); }
-  void _removeMatchingAssertion(const Assertion& assertion) override;
-  void _deactivateAssertion(const Assertion& assertion) override;
-
- private:
-  SharedSensor sensor_;
-  std::shared_ptr<BiometricInterface> interface_;
-  ObserverList observers_;
-};
-
-std::shared_ptr<SBUIBiometricEventMonitor> makeBiometricEventMonitor(const SharedSensor& sensor);
-std::shared_ptr<BiometricKitManager> makeBiometricKitManager(const SharedSensor& sensor);
-std::shared_ptr<BKUserProtectedConfiguration> makeProtectedConfiguration();
 std::shared_ptr<BKDeviceManager> makeDeviceManager(const SharedSensor& sensor);
 std::shared_ptr<LocalAuthentication> makeLocalAuthentication(
     const SharedSensor& sensor, const std::shared_ptr<VirtualTimeline>& timeline);

@@ -1,5 +1,6 @@
 // The home-screen process: holds the unlock sessions and answers every other process.
 
+#include <charconv>
 #include <csignal>
 #include <cstdio>
 #include <memory>
@@ -7,6 +8,7 @@
 
 #include "device/bus/BusError.h"
 #include "device/bus/DeviceBus.h"
+#include "host/BiometricEventRelay.h"
 #include "host/SettingsReloader.h"
 #include "host/SpringBoardObservers.h"
 #include "host/SpringBoardResponder.h"
@@ -14,6 +16,7 @@
 #include "programs/common/ExitCode.h"
 #include "programs/common/LineReader.h"
 #include "programs/common/RealProcess.h"
+#include "sentrel/biometrics/SNTouchIDManager.h"
 #include "sentrel/bridge/Messages.h"
 #include "sentrel/controller/SentrelController.h"
 
@@ -25,10 +28,11 @@ constexpr const char* usage =
     "\n"
     "Runs as the home-screen process of a device until it is told to end: by a signal, or by a\n"
     "command on standard input, one a line:\n"
-    "  lock         the device locks\n"
-    "  join NAME    the device joins a Wi-Fi network\n"
-    "  leave        and leaves it\n"
-    "  quit         ends the process\n"
+    "  lock           the device locks\n"
+    "  join NAME      the device joins a Wi-Fi network\n"
+    "  leave          and leaves it\n"
+    "  sensor NUMBER  the biometric sensor reports the event of that number\n"
+    "  quit           ends the process\n"
     "Prints \"ready ADDRESS\" once others can ask it, and the log lines that they send.\n";
 
 bus::RunLoop* signalledLoop = nullptr;
@@ -43,8 +47,22 @@ void watchSignals(bus::RunLoop& loop) {
   std::signal(SIGTERM, stopOnSignal);
 }
 
+void sense(simulated::SimulatedSensor& sensor, const std::string& number) {
+  BiometricEvent event = 0;
+  const char* end = number.data() + number.size();
+  const auto [read, error] = std::from_chars(number.data(), end, event);
+  if (error != std::errc() || read != end) {
+    std::fprintf(stderr, "sentrel-springboard: not the number of an event: \"%s\"\n",
+                 number.c_str());
+    return;
+  }
+  sensor.emit(event);
+  std::puts("sensed");
+}
+
 void obey(RealProcess& self, const std::string& command) {
   constexpr std::string_view join = "join ";
+  constexpr std::string_view sensor = "sensor ";
   if (command == "lock") {
     SentrelController::sharedInstance().deviceLocked();
     std::puts("locked");
@@ -54,6 +72,8 @@ void obey(RealProcess& self, const std::string& command) {
   } else if (command == "leave") {
     self.device().wifi().joined.reset();
     std::puts("left");
+  } else if (command.starts_with(sensor)) {
+    sense(self.device().sensor(), command.substr(sensor.size()));
   } else if (command == "quit") {
     self.loop().stop();
   } else {
@@ -69,8 +89,11 @@ int run(const CommandLine& line) {
                    homeBus.address());
   watchSignals(self.loop());
   SNSettings::sharedSettings();
+  // Applications have the home screen take the sensor in this one's name.
+  SNTouchIDManager::sharedManager();
   const host::SettingsReloader reloader;
   const host::SpringBoardObservers observers;
+  const host::BiometricEventRelay relay;
   self.connection().serve(bus::springBoardService, std::string(messageChannelName),
                           host::SpringBoardResponder([](const std::string& text) {
                             std::printf("log %s\n", text.c_str());

@@ -47,7 +47,8 @@ class SENTREL_API SNTouchIDManager final : public BiometricObserver,
   /// Starts less stops, never below 0.
   std::int64_t counter() const noexcept { return counter_; }
 
-  /// What was displaced at the start; null and empty while stopped.
+  /// What was displaced at the start; null and empty while stopped. Old systems have their
+  /// observers displaced, newer ones the delegate of their interface.
   const std::shared_ptr<BiometricObserver>& oldDelegate() const noexcept { return oldDelegate_; }
   const std::vector<std::shared_ptr<BiometricObserver>>& oldObservers() const noexcept {
     return oldObservers_;
@@ -72,14 +73,37 @@ class SENTREL_API SNTouchIDManager final : public BiometricObserver,
  private:
   explicit SNTouchIDManager(Platform& platform) : platform_(platform) {}
 
+  void loadBiometricKit();
+  void matchAgain(const std::shared_ptr<BiometricInterface>& interface);
+  bool canStop() const;
+
+  // Newer systems.
+  void takeInterface(const std::shared_ptr<BiometricInterface>& interface);
+  void giveInterfaceBack();
+
+  // Old systems.
+  void takeEventMonitor();
+  void giveEventMonitorBack();
+
+  void forgetWhatWasTaken();
+  void clearBlocks();
+
   Platform& platform_;
   bool running_ = false;
   bool starting_ = false;
   bool stopping_ = false;
   std::int64_t counter_ = 0;
+
+  // What was taken from whom. Kept alive, so that it goes back there even when the system has lost
+  // it meanwhile.
+  std::shared_ptr<BiometricInterface> interface_;
   std::shared_ptr<BiometricObserver> oldDelegate_;
+  std::shared_ptr<SBUIBiometricEventMonitor> eventMonitor_;
   std::vector<std::shared_ptr<BiometricObserver>> oldObservers_;
   bool matchingEnabled_ = false;
+  std::shared_ptr<BiometricKitManager> biometricKit_;
+  std::shared_ptr<BiometricInterface> oldKitDelegate_;
+
   EventBlock handleEventBlock_;
   EventBlock observeEventBlock_;
   RunningBlock managerStarted_;

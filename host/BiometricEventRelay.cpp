@@ -1,0 +1,33 @@
+#include "host/BiometricEventRelay.h"
+
+#include "sentrel/Process.h"
+#include "sentrel/bridge/Notifications.h"
+#include "sentrel/bridge/SNUtils.h"
+
+namespace sentrel::host {
+namespace {
+
+class Poster final : public BiometricObserver {
+ public:
+  void biometricKitInterfaceObserveEvent(const std::shared_ptr<BiometricInterface>&,
+                                         BiometricEvent event) override {
+    PropertyList::Dictionary payload;
+    payload.emplace(notifications::pearlIDEventCodeKey, event);
+    SNUtils::postCFDistributedNotification(notifications::pearlID, payload);
+  }
+  std::string description() const override { return "<BiometricEventRelay>"; }
+};
+
+}  // namespace
+
+BiometricEventRelay::BiometricEventRelay()
+    : resource_(Process::current().platform().biometricResource),
+      observer_(std::make_shared<Poster>()) {
+  if (resource_) resource_->addObserver(observer_);
+}
+
+BiometricEventRelay::~BiometricEventRelay() {
+  if (resource_) resource_->removeObserver(observer_);
+}
+
+}  // namespace sentrel::host
