@@ -63,30 +63,19 @@ class SimulatedXpcConnection final : public XpcConnection {
                          SentXpcMessage envelope)
       : hub_(std::move(hub)), queue_(std::move(queue)), envelope_(std::move(envelope)) {}
 
-  void resume() override {
-    isResumed_ = true;
-    for (auto& [message, reply] : std::exchange(held_, {}))
-      send(message, std::move(reply));
-  }
+  void resume() override { isResumed_ = true; }
 
   void sendMessageWithReply(const PropertyList::Dictionary& message, Reply reply) override {
-    if (isResumed_)
-      send(message, std::move(reply));
-    else
-      held_.emplace_back(message, std::move(reply));
-  }
-
- private:
-  void send(const PropertyList::Dictionary& message, Reply reply) {
+    if (!isResumed_) return;
     SentXpcMessage sent = envelope_;
     sent.content = message;
     hub_->send(std::move(sent), queue_, std::move(reply));
   }
 
+ private:
   std::shared_ptr<XpcHub> hub_;
   std::weak_ptr<MainQueue> queue_;
   SentXpcMessage envelope_;
-  std::vector<std::pair<PropertyList::Dictionary, Reply>> held_;
   bool isResumed_ = false;
 };
 

@@ -24,8 +24,9 @@ class SENTREL_API XpcMessage {
   virtual void reply(PropertyList::Dictionary reply) = 0;
 };
 
-/// A connection to a named service. Nothing is sent before it is resumed; what happens to it is not
-/// reported. It stays open until the replies that are waited for are there, whoever lets go of it.
+/// A connection to a named service. What is sent before it is resumed is lost, and its reply never
+/// runs; what happens to the connection is not reported. It stays open until the replies that are
+/// waited for are there, whoever lets go of it.
 class SENTREL_API XpcConnection {
  public:
   /// None stands for an error object: the service is not there, broke off or took too long.
