@@ -1,6 +1,5 @@
 // The home-screen process: holds the unlock sessions and answers every other process.
 
-#include <csignal>
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -14,8 +13,10 @@
 #include "programs/common/ExitCode.h"
 #include "programs/common/LineReader.h"
 #include "programs/common/RealProcess.h"
+#include "programs/common/SignalStop.h"
 #include "sentrel/bridge/Messages.h"
 #include "sentrel/controller/SentrelController.h"
+#include "sentrel/watch/WatchProtocol.h"
 
 namespace sentrel::programs {
 namespace {
@@ -28,23 +29,20 @@ constexpr const char* usage =
     "  lock         the device locks\n"
     "  join NAME    the device joins a Wi-Fi network\n"
     "  leave        and leaves it\n"
+    "  watch        asks about the paired watch, and prints what is known of it\n"
+    "  tap MODE     has the watch tap the wrist: twice for 1, three times for 2, else once\n"
     "  quit         ends the process\n"
     "Prints \"ready ADDRESS\" once others can ask it, and the log lines that they send.\n";
 
-bus::RunLoop* signalledLoop = nullptr;
-
-void stopOnSignal(int) {
-  if (signalledLoop) signalledLoop->stop();
-}
-
-void watchSignals(bus::RunLoop& loop) {
-  signalledLoop = &loop;
-  std::signal(SIGINT, stopOnSignal);
-  std::signal(SIGTERM, stopOnSignal);
+void askWatch() {
+  sendGeneralSNWatchQueryWithReply(
+      /*preferSecondRSSI=*/true,
+      [](const PropertyList& answer) { std::printf("watch %s\n", describe(answer).c_str()); });
 }
 
 void obey(RealProcess& self, const std::string& command) {
   constexpr std::string_view join = "join ";
+  constexpr std::string_view tap = "tap ";
   if (command == "lock") {
     SentrelController::sharedInstance().deviceLocked();
     std::puts("locked");
@@ -54,6 +52,11 @@ void obey(RealProcess& self, const std::string& command) {
   } else if (command == "leave") {
     self.device().wifi().joined.reset();
     std::puts("left");
+  } else if (command == "watch") {
+    askWatch();
+  } else if (command.starts_with(tap)) {
+    vibrateAppleWatch(PropertyList(command.substr(tap.size())).integerValue());
+    std::puts("tapped");
   } else if (command == "quit") {
     self.loop().stop();
   } else {
@@ -67,7 +70,7 @@ int run(const CommandLine& line) {
   const bus::HomeScreenBus homeBus({line.root, line.bus});
   RealProcess self("sentrel-springboard", std::string(springBoardBundleIdentifier), line.root,
                    homeBus.address());
-  watchSignals(self.loop());
+  stopOnSignals(self.loop());
   SNSettings::sharedSettings();
   const host::SettingsReloader reloader;
   const host::SpringBoardObservers observers;
