@@ -217,6 +217,15 @@ TEST_F(BiometricMonitor, ForwardsEventsOnlyWhileItHoldsTheSensor) {
   EXPECT_THAT(owner->told, ElementsAre("handle 1", "handle -7"));
 }
 
+TEST_F(BiometricMonitor, AnObserverThatAnotherTakesOutIsNotTold) {
+  manager().setObserveEventBlock(
+      [this](const Interface&, BiometricEvent) { resource()->removeObserver(owner); });
+  manager().startManager();
+  resource()->addObserver(owner);
+  sense(3);
+  EXPECT_THAT(owner->told, IsEmpty());
+}
+
 TEST_F(BiometricMonitor, FiltersOneEventOfNewerSystems) {
   enum Sensor { touch, face, none };
   struct Case {
