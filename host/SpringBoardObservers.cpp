@@ -1,6 +1,7 @@
 #include "host/SpringBoardObservers.h"
 
 #include "sentrel/Process.h"
+#include "sentrel/biometrics/SNTouchIDManager.h"
 #include "sentrel/bridge/Notifications.h"
 #include "sentrel/bridge/SNUtils.h"
 
@@ -24,6 +25,8 @@ constexpr Reaction reactions[] = {
 }  // namespace
 
 SpringBoardObservers::SpringBoardObservers() {
+  // Applications have the home screen take the sensor in its monitor's name.
+  SNTouchIDManager::sharedManager();
   NotificationCenter& center = *Process::current().platform().darwinCenter;
   for (const Reaction& reaction : reactions)
     observations_.push_back(center.addObserver(

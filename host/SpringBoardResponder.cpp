@@ -37,6 +37,14 @@ UserInfo suspendFrontMostApp(const UserInfo&) {
   return std::nullopt;
 }
 
+/// Shows the prompt that an application may not show itself, over whatever is on the screen. The
+/// application hears of the result by a notification.
+UserInfo handleAuthentication(const UserInfo& userInfo) {
+  const messages::AuthenticationPrompt prompt = decodePrompt(userInfo);
+  SentrelController::sharedInstance().requiresAuthentication(prompt.title, prompt.message, {});
+  return std::nullopt;
+}
+
 /// The key that a session message names; a folder record is a new key each time.
 std::optional<SessionKey> sessionKey(const UserInfo& userInfo) {
   const PropertyList* data = messageData(userInfo);
@@ -50,10 +58,12 @@ UserInfo recordUnlock(const UserInfo& userInfo) {
   return std::nullopt;
 }
 
+/// Two questions go by this name, told apart by whether there is any user info.
 UserInfo answerLastUnlocked(const UserInfo& userInfo) {
+  if (!userInfo) return replyWith(SentrelController::sharedInstance().isAlertShowing());
   const auto key = sessionKey(userInfo);
-  return encodeMessageData(
-      key && SentrelController::sharedInstance().shouldIgnoreAuthentication(key->item()));
+  return replyWith(key &&
+                   SentrelController::sharedInstance().shouldIgnoreAuthentication(key->item()));
 }
 
 UserInfo answerKnownNetworks(const UserInfo&) {
@@ -84,6 +94,7 @@ SpringBoardResponder::SpringBoardResponder(LogSink logSink) {
   answer(messages::SuspendFrontMostApp(), suspendFrontMostApp);
   answer(messages::Unlocked(), recordUnlock);
   answer(messages::LastUnlocked(), answerLastUnlocked);
+  answer(messages::HandleAuthentication(), handleAuthentication);
   answer(messages::KnownNetworks(), answerKnownNetworks);
   answer(messages::CurrentNetwork(), answerCurrentNetwork);
   answer(messages::LogMessage(), [logSink = std::move(logSink)](const UserInfo& userInfo) {

@@ -83,8 +83,7 @@ SNWiFiManager& Process::wifiManager() {
 }
 
 SentrelController& Process::controller() {
-  return controller_.get(
-      [this] { return std::make_shared<SentrelController>(platform_, settings()); });
+  return controller_.get([this] { return SentrelController::makeShared(platform_, settings()); });
 }
 
 const std::shared_ptr<SNTouchIDManager>& Process::touchIDManager() {

@@ -56,6 +56,8 @@ class BusConnection::Link final : public RunLoop::Source,
   void serve(const std::string& service, const std::string& channel, MessageResponder responder);
   UserInfo request(const std::string& service, const std::string& channel,
                    const std::string& message, const UserInfo& userInfo);
+  void requestAsync(const std::string& service, const std::string& channel,
+                    const std::string& message, const UserInfo& userInfo, ReplyHandler reply);
   void post(BusNotificationKind kind, const Notification& notification);
   Observation addObserver(BusNotificationKind kind, const std::string& name,
                           NotificationCenter::Observer observer);
@@ -77,6 +79,14 @@ class BusConnection::Link final : public RunLoop::Source,
                    const UserInfo& userInfo);
   UserInfo ask(const std::string& service, const std::string& channel, const std::string& message,
                const UserInfo& userInfo);
+  void askAsync(const std::string& service, const std::string& channel, const std::string& message,
+                const UserInfo& userInfo, ReplyHandler reply);
+  sdbus::IProxy& proxyTo(const std::string& service);
+  std::optional<sdbus::MethodCall> makeQuestion(const std::string& service,
+                                                const std::string& channel,
+                                                const std::string& message,
+                                                const UserInfo& userInfo);
+  void endWait(std::uint64_t number, UserInfo answer);
   void send(const char* signal, const Notification& notification);
   ObserverTable& observers(BusNotificationKind kind) {
     return kind == BusNotificationKind::darwin ? darwin_ : distributed_;
@@ -105,6 +115,10 @@ class BusConnection::Link final : public RunLoop::Source,
   sdbus::Slot subscription_;
   std::map<std::uint64_t, sdbus::MethodCall> unanswered_;
   std::uint64_t questions_ = 0;
+
+  // Who waits for a reply without blocking.
+  std::map<std::uint64_t, ReplyHandler> waiting_;
+  std::uint64_t asked_ = 0;
 };
 
 void BusConnection::Link::connect() {
@@ -172,6 +186,8 @@ void BusConnection::Link::lose(const std::string& reason) {
   proxies_.clear();
   object_.reset();
   bus_.reset();
+  while (!waiting_.empty())
+    endWait(waiting_.begin()->first, std::nullopt);
   if (!options_.onLost) return;
   loop_->async([report = std::move(options_.onLost), text = lossReason_] { report(text); });
 }
@@ -281,23 +297,77 @@ UserInfo BusConnection::Link::askHere(const std::string& channel, const std::str
 
 UserInfo BusConnection::Link::ask(const std::string& service, const std::string& channel,
                                   const std::string& message, const UserInfo& userInfo) {
-  if (!isWholeText(channel) || !isWholeText(message)) return std::nullopt;
   std::lock_guard lock(mutex_);
   if (!bus_) return std::nullopt;
   try {
-    static const std::string interface = protocol::messagesInterface;
-    static const std::string method = protocol::askMethod;
-    auto& proxy = proxies_[service];
-    if (!proxy) proxy = sdbus::createProxy(*bus_, service, protocol::objectPath);
-    auto call = proxy->createMethodCall(interface, method);
-    call << channel << message;
-    if (!appendUserInfo(call, userInfo)) return std::nullopt;
-    auto answer = call.send(microseconds(options_.replyTimeout));
+    auto call = makeQuestion(service, channel, message, userInfo);
+    if (!call) return std::nullopt;
+    auto answer = call->send(microseconds(options_.replyTimeout));
     return readUserInfo(answer).value_or(std::nullopt);
   } catch (const sdbus::Error& error) {
     note(error);
     return std::nullopt;
   }
+}
+
+sdbus::IProxy& BusConnection::Link::proxyTo(const std::string& service) {
+  auto& proxy = proxies_[service];
+  if (!proxy) proxy = sdbus::createProxy(*bus_, service, protocol::objectPath);
+  return *proxy;
+}
+
+/// None where it cannot be sent as it is.
+std::optional<sdbus::MethodCall> BusConnection::Link::makeQuestion(const std::string& service,
+                                                                   const std::string& channel,
+                                                                   const std::string& message,
+                                                                   const UserInfo& userInfo) {
+  static const std::string interface = protocol::messagesInterface;
+  static const std::string method = protocol::askMethod;
+  if (!isWholeText(channel) || !isWholeText(message)) return std::nullopt;
+  auto call = proxyTo(service).createMethodCall(interface, method);
+  call << channel << message;
+  if (!appendUserInfo(call, userInfo)) return std::nullopt;
+  return call;
+}
+
+void BusConnection::Link::requestAsync(const std::string& service, const std::string& channel,
+                                       const std::string& message, const UserInfo& userInfo,
+                                       ReplyHandler reply) {
+  if (!servesHere(service)) {
+    askAsync(service, channel, message, userInfo, std::move(reply));
+    return wakeLoop();
+  }
+  loop_->async([link = weak_from_this(), channel, message, userInfo, reply = std::move(reply)] {
+    if (const auto alive = link.lock()) reply(alive->askHere(channel, message, userInfo));
+  });
+}
+
+void BusConnection::Link::askAsync(const std::string& service, const std::string& channel,
+                                   const std::string& message, const UserInfo& userInfo,
+                                   ReplyHandler reply) {
+  std::lock_guard lock(mutex_);
+  const std::uint64_t number = asked_++;
+  waiting_.emplace(number, std::move(reply));
+  if (!bus_) return endWait(number, std::nullopt);
+  try {
+    const auto call = makeQuestion(service, channel, message, userInfo);
+    if (!call) return endWait(number, std::nullopt);
+    // What comes of it is heard inside dispatch(), under the mutex.
+    const auto hear = [this, number](sdbus::MethodReply& answer, const sdbus::Error* error) {
+      endWait(number, error ? std::nullopt : readUserInfo(answer).value_or(std::nullopt));
+    };
+    proxyTo(service).callMethod(*call, hear, microseconds(options_.replyTimeout));
+  } catch (const sdbus::Error& error) {
+    note(error);
+    endWait(number, std::nullopt);
+  }
+}
+
+void BusConnection::Link::endWait(std::uint64_t number, UserInfo answer) {
+  auto waiting = waiting_.extract(number);
+  if (!waiting) return;
+  loop_->async(
+      [reply = std::move(waiting.mapped()), answer = std::move(answer)] { reply(answer); });
 }
 
 // --- Notifications -------------------------------------------------------------------------------
@@ -399,6 +469,12 @@ void BusConnection::serve(const std::string& service, const std::string& channel
 UserInfo BusConnection::request(const std::string& service, const std::string& channel,
                                 const std::string& message, const UserInfo& userInfo) {
   return link_->request(service, channel, message, userInfo);
+}
+
+void BusConnection::requestAsync(const std::string& service, const std::string& channel,
+                                 const std::string& message, const UserInfo& userInfo,
+                                 ReplyHandler reply) {
+  link_->requestAsync(service, channel, message, userInfo, std::move(reply));
 }
 
 void BusConnection::post(BusNotificationKind kind, const Notification& notification) {

@@ -59,6 +59,13 @@ class BusConnection {
   UserInfo request(const std::string& service, const std::string& channel,
                    const std::string& message, const UserInfo& userInfo);
 
+  using ReplyHandler = std::function<void(const UserInfo& reply)>;
+
+  /// Asks the same without waiting: `reply` runs once, on a later turn of the main queue. It does
+  /// not run any more when this connection is gone.
+  void requestAsync(const std::string& service, const std::string& channel,
+                    const std::string& message, const UserInfo& userInfo, ReplyHandler reply);
+
   /// To every process on the bus that observes the name, this one included. What cannot be sent
   /// (no bus, text that is no UTF-8, too large) is lost.
   void post(BusNotificationKind kind, const Notification& notification);

@@ -21,6 +21,9 @@ SimulatedDevice::SimulatedDevice()
       messages_(std::make_shared<MessageHub>()),
       wifi_(std::make_shared<WiFiState>()),
       journal_(std::make_shared<Journal>()),
+      watch_(std::make_shared<SimulatedWatch>(journal_)),
+      xpc_(std::make_shared<XpcHub>(timeline_, watch_)),
+      audioServices_(std::make_shared<SimulatedAudioServices>(journal_)),
       system_(std::make_shared<SystemState>()),
       screen_(std::make_shared<SimulatedScreen>()),
       sensor_(std::make_shared<SimulatedSensor>(journal_)),
@@ -69,6 +72,7 @@ void SimulatedDevice::addCommonParts(Platform& platform) const {
   platform.libraries = libraries_;
   platform.spawner = std::make_shared<SimulatedSpawner>(journal_);
   platform.localAuthentication = makeLocalAuthentication(sensor_, timeline_);
+  platform.audioServices = audioServices_;
   platform.screen = screen_;
   platform.textMeasuring = std::make_shared<FixedTextMeasuring>();
   platform.qvUtils = makeQVUtils(applications_, system_);
@@ -87,6 +91,11 @@ void SimulatedDevice::addSpringBoardClasses(Platform& platform) const {
   platform.switchPanel = switchPanel_;
   platform.notificationCenterController = notificationCenter_;
   addSensorClasses(platform, majorVersion(*system_));
+}
+
+void SimulatedDevice::addSharingDaemonClasses(Platform& platform) const {
+  platform.pairedDeviceAgent = makePairedDeviceAgent(watch_);
+  platform.statusMonitor = makeStatusMonitor(watch_);
 }
 
 void SimulatedDevice::addSensorClasses(Platform& platform, int version) const {

@@ -5,6 +5,7 @@
 
 #include "device/simulated/Journal.h"
 #include "device/simulated/SimulatedApplications.h"
+#include "device/simulated/SimulatedAudioServices.h"
 #include "device/simulated/SimulatedBiometrics.h"
 #include "device/simulated/SimulatedFiles.h"
 #include "device/simulated/SimulatedHomeScreen.h"
@@ -17,6 +18,8 @@
 #include "device/simulated/SimulatedSensor.h"
 #include "device/simulated/SimulatedServices.h"
 #include "device/simulated/SimulatedSystem.h"
+#include "device/simulated/SimulatedWatch.h"
+#include "device/simulated/SimulatedXpc.h"
 #include "device/simulated/VirtualTimeline.h"
 
 namespace sentrel::simulated {
@@ -37,8 +40,12 @@ class SimulatedDevice {
   MessageHub& messages() noexcept { return *messages_; }
   WiFiState& wifi() noexcept { return *wifi_; }
   std::shared_ptr<const WiFiState> sharedWiFi() const noexcept { return wifi_; }
+  SimulatedWatch& watch() noexcept { return *watch_; }
+  XpcHub& xpc() noexcept { return *xpc_; }
+  SimulatedAudioServices& audioServices() noexcept { return *audioServices_; }
 
-  /// What was done with the lock, the applications, the sensor, the libraries and the programs.
+  /// What was done with the lock, the applications, the sensor, the watch, the sounds, the
+  /// libraries and the programs.
   Journal& journal() noexcept { return *journal_; }
   SystemState& system() noexcept { return *system_; }
   SimulatedScreen& screen() noexcept { return *screen_; }
@@ -69,6 +76,9 @@ class SimulatedDevice {
   /// A test takes some away again, or gives them to another process.
   void addSpringBoardClasses(Platform& platform) const;
 
+  /// Likewise those of the sharing daemon.
+  void addSharingDaemonClasses(Platform& platform) const;
+
  private:
   friend class SimulatedProcess;
 
@@ -83,6 +93,9 @@ class SimulatedDevice {
   std::shared_ptr<MessageHub> messages_;
   std::shared_ptr<WiFiState> wifi_;
   std::shared_ptr<Journal> journal_;
+  std::shared_ptr<SimulatedWatch> watch_;
+  std::shared_ptr<XpcHub> xpc_;
+  std::shared_ptr<SimulatedAudioServices> audioServices_;
   std::shared_ptr<SystemState> system_;
   std::shared_ptr<SimulatedScreen> screen_;
   std::shared_ptr<SimulatedSensor> sensor_;

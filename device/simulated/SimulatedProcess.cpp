@@ -21,6 +21,7 @@ SimulatedProcess::SimulatedProcess(SimulatedDevice& device, const std::string& b
   Platform platform;
   device.addCommonParts(platform);
   if (bundleIdentifier == springBoardBundleIdentifier) device.addSpringBoardClasses(platform);
+  if (bundleIdentifier == sharingDaemonBundleIdentifier) device.addSharingDaemonClasses(platform);
   platform.mainBundle = mainBundle_;
   platform.mainQueue = queue;
   platform.operationQueues = std::make_shared<SimulatedOperationQueues>(queue);
@@ -29,6 +30,7 @@ SimulatedProcess::SimulatedProcess(SimulatedDevice& device, const std::string& b
   platform.localCenter = center(std::make_shared<NotificationHub>(), Payload::carried);
   platform.messageChannel =
       std::make_shared<SimulatedMessageChannel>(device.messages_, bundleIdentifier);
+  platform.xpc = std::make_shared<SimulatedXpc>(device.xpc_, queue, bundleIdentifier);
   platform.wifi = wifi_;
   process_ = std::make_shared<Process>(std::move(platform));
   queue->setProcess(process_);

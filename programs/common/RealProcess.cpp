@@ -4,6 +4,7 @@
 
 #include "device/bus/BusMessageChannel.h"
 #include "device/bus/BusNotificationCenter.h"
+#include "device/bus/BusXpc.h"
 #include "device/bus/LocalNotificationCenter.h"
 #include "device/bus/SystemClock.h"
 #include "device/simulated/DeviceRootReader.h"
@@ -38,6 +39,7 @@ RealProcess::RealProcess(const char* program, const std::string& bundleIdentifie
   Platform platform;
   device_.addCommonParts(platform);
   if (isSpringBoard) device_.addSpringBoardClasses(platform);
+  if (bundleIdentifier == sharingDaemonBundleIdentifier) device_.addSharingDaemonClasses(platform);
   platform.mainBundle = reader.mainBundle(bundleIdentifier);
   platform.wifi = std::make_shared<simulated::SimulatedWiFi>(device_.sharedWiFi(), isSpringBoard);
   addRealParts(platform, root);
@@ -61,6 +63,7 @@ void RealProcess::addRealParts(Platform& platform, const std::string& root) cons
   platform.distributedCenter = center(bus::BusNotificationKind::distributed);
   platform.localCenter = std::make_shared<bus::LocalNotificationCenter>(loop_);
   platform.messageChannel = std::make_shared<bus::BusMessageChannel>(connection_);
+  platform.xpc = std::make_shared<bus::BusXpc>(connection_);
 }
 
 RealProcess::~RealProcess() = default;

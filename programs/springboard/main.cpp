@@ -1,10 +1,10 @@
 // The home-screen process: holds the unlock sessions and answers every other process.
 
 #include <charconv>
-#include <csignal>
 #include <cstdio>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "device/bus/BusError.h"
 #include "device/bus/DeviceBus.h"
@@ -16,9 +16,10 @@
 #include "programs/common/ExitCode.h"
 #include "programs/common/LineReader.h"
 #include "programs/common/RealProcess.h"
-#include "sentrel/biometrics/SNTouchIDManager.h"
+#include "programs/common/SignalStop.h"
 #include "sentrel/bridge/Messages.h"
 #include "sentrel/controller/SentrelController.h"
+#include "sentrel/watch/WatchProtocol.h"
 
 namespace sentrel::programs {
 namespace {
@@ -29,25 +30,43 @@ constexpr const char* usage =
     "Runs as the home-screen process of a device until it is told to end: by a signal, or by a\n"
     "command on standard input, one a line:\n"
     "  lock           the device locks\n"
+    "  unlock         and is unlocked\n"
+    "  dim            the screen dims\n"
     "  join NAME      the device joins a Wi-Fi network\n"
     "  leave          and leaves it\n"
     "  sensor NUMBER  the biometric sensor reports the event of that number\n"
+    "  watch          asks about the paired watch, and prints what is known of it\n"
+    "  tap MODE       has the watch tap the wrist: twice for 1, three times for 2, else once\n"
     "  quit           ends the process\n"
     "Prints \"ready ADDRESS\" once others can ask it, and the log lines that they send.\n";
 
-bus::RunLoop* signalledLoop = nullptr;
-
-void stopOnSignal(int) {
-  if (signalledLoop) signalledLoop->stop();
+void lock(RealProcess& self, const std::string&) {
+  self.device().lock().setLocked(true);
+  SentrelController::sharedInstance().deviceLocked();
+  std::puts("locked");
 }
 
-void watchSignals(bus::RunLoop& loop) {
-  signalledLoop = &loop;
-  std::signal(SIGINT, stopOnSignal);
-  std::signal(SIGTERM, stopOnSignal);
+void unlock(RealProcess& self, const std::string&) {
+  self.device().lock().setLocked(false);
+  std::puts("unlocked");
 }
 
-void sense(simulated::SimulatedSensor& sensor, const std::string& number) {
+void dim(RealProcess&, const std::string&) {
+  SentrelController::sharedInstance().deviceScreenDimmed();
+  std::puts("dimmed");
+}
+
+void join(RealProcess& self, const std::string& network) {
+  self.device().wifi().joined = network;
+  std::puts("joined");
+}
+
+void leave(RealProcess& self, const std::string&) {
+  self.device().wifi().joined.reset();
+  std::puts("left");
+}
+
+void sense(RealProcess& self, const std::string& number) {
   BiometricEvent event = 0;
   const char* end = number.data() + number.size();
   const auto [read, error] = std::from_chars(number.data(), end, event);
@@ -56,29 +75,44 @@ void sense(simulated::SimulatedSensor& sensor, const std::string& number) {
                  number.c_str());
     return;
   }
-  sensor.emit(event);
+  self.device().sensor().emit(event);
   std::puts("sensed");
 }
 
-void obey(RealProcess& self, const std::string& command) {
-  constexpr std::string_view join = "join ";
-  constexpr std::string_view sensor = "sensor ";
-  if (command == "lock") {
-    SentrelController::sharedInstance().deviceLocked();
-    std::puts("locked");
-  } else if (command.starts_with(join)) {
-    self.device().wifi().joined = command.substr(join.size());
-    std::puts("joined");
-  } else if (command == "leave") {
-    self.device().wifi().joined.reset();
-    std::puts("left");
-  } else if (command.starts_with(sensor)) {
-    sense(self.device().sensor(), command.substr(sensor.size()));
-  } else if (command == "quit") {
-    self.loop().stop();
-  } else {
-    std::fprintf(stderr, "sentrel-springboard: unknown command \"%s\"\n", command.c_str());
-  }
+void askWatch(RealProcess&, const std::string&) {
+  sendGeneralSNWatchQueryWithReply(
+      /*preferSecondRSSI=*/true,
+      [](const PropertyList& answer) { std::printf("watch %s\n", describe(answer).c_str()); });
+}
+
+void tap(RealProcess&, const std::string& mode) {
+  vibrateAppleWatch(PropertyList(mode).integerValue());
+  std::puts("tapped");
+}
+
+void quit(RealProcess& self, const std::string&) {
+  self.loop().stop();
+}
+
+struct Command {
+  std::string_view name;
+  bool takesArgument;
+  void (*act)(RealProcess& self, const std::string& argument);
+};
+
+constexpr Command commands[] = {
+    {"lock", false, lock},      {"unlock", false, unlock}, {"dim", false, dim},
+    {"join", true, join},       {"leave", false, leave},   {"sensor", true, sense},
+    {"watch", false, askWatch}, {"tap", true, tap},        {"quit", false, quit},
+};
+
+void obey(RealProcess& self, const std::string& line) {
+  const std::size_t space = line.find(' ');
+  const std::string name = line.substr(0, space);
+  for (const Command& command : commands)
+    if (name == command.name && command.takesArgument == (space != line.npos))
+      return command.act(self, command.takesArgument ? line.substr(space + 1) : "");
+  std::fprintf(stderr, "sentrel-springboard: unknown command \"%s\"\n", line.c_str());
 }
 
 int run(const CommandLine& line) {
@@ -87,11 +121,10 @@ int run(const CommandLine& line) {
   const bus::HomeScreenBus homeBus({line.root, line.bus});
   RealProcess self("sentrel-springboard", std::string(springBoardBundleIdentifier), line.root,
                    homeBus.address());
-  watchSignals(self.loop());
-  SNSettings::sharedSettings();
-  // Applications have the home screen take the sensor in this one's name.
-  SNTouchIDManager::sharedManager();
+  stopOnSignals(self.loop());
+  // Before the settings are loaded: a change in between is not missed.
   const host::SettingsReloader reloader;
+  SNSettings::sharedSettings();
   const host::SpringBoardObservers observers;
   const host::BiometricEventRelay relay;
   self.connection().serve(bus::springBoardService, std::string(messageChannelName),
@@ -99,10 +132,9 @@ int run(const CommandLine& line) {
                             std::printf("log %s\n", text.c_str());
                           }));
   std::printf("ready %s\n", homeBus.address().c_str());
-  const auto commands =
+  self.loop().add(
       std::make_shared<LineReader>(self.loop(), LineReader::AtEnd::goOn,
-                                   [&self](const std::string& command) { obey(self, command); });
-  self.loop().add(commands);
+                                   [&self](const std::string& command) { obey(self, command); }));
   self.loop().run();
   return exitDone;
 }

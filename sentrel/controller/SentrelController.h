@@ -5,8 +5,10 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "sentrel/authui/SNAuthenticationDelegates.h"
@@ -24,8 +26,7 @@ namespace sentrel {
 
 class SNAlertController;
 class SNAlertView;
-class SNTouchIDManager;
-struct WatchAnswer;
+class SNAuthenticationView;
 
 /// The lock controller of one process: every protected action goes through it. It decides whether
 /// to prompt, runs the prompt, delivers the outcome once and keeps the unlock sessions. The
@@ -36,12 +37,11 @@ struct WatchAnswer;
 /// is then never called.
 ///
 /// Main thread only, but for sharedInstance.
-class SENTREL_API SentrelController final
-    : public UnlockSessions,
-      public SNAuthenticationDelegate,
-      public SNAuthenticationViewDelegate,
-      public UIAlertViewDelegate,
-      public std::enable_shared_from_this<SentrelController> {
+class SENTREL_API SentrelController final : public UnlockSessions,
+                                            public SNAuthenticationDelegate,
+                                            public SNAuthenticationViewDelegate,
+                                            public UIAlertViewDelegate,
+                                            public std::enable_shared_from_this<SentrelController> {
  public:
   using SessionTimes = std::unordered_map<SessionKey, WallTime, SessionKeyHash, SessionKeyEqual>;
   using SessionKeys = std::unordered_set<SessionKey, SessionKeyHash, SessionKeyEqual>;
@@ -196,31 +196,93 @@ class SENTREL_API SentrelController final
   const std::optional<WallTime>& lastUnlockedTime() const noexcept { return lastUnlockedTime_; }
 
  private:
-  /// What is on screen while a prompt is up, by the way in which it was shown.
-  struct Shown;
-
   SentrelController(Platform& platform, SNSettings& settings)
       : platform_(platform), settings_(settings) {}
 
+  /// Names a request: each has its own, and once it is over it is nobody's.
+  using RequestNumber = std::uint64_t;
+
+  /// What a prompt needs to know, from its request until it is shown.
+  struct Prompt {
+    Text title;
+    Text message;
+    bool isPasscodeForced = false;
+    Presenter delegate;
+    RequestNumber request = 0;
+  };
+
+  void observeResults();
+  void loadWatchFramework();
+
+  Completion recording(Completion completion, std::function<std::optional<SessionKey>()> key);
+  void promptForService(std::string_view service, const Presenter& delegate, Completion completion);
+
+  void begin(Prompt prompt, Completion completion);
+  void presentAlert(const Prompt& prompt);
+  void presentAlertFromDelegate(const Prompt& prompt);
+  void addActions(SNAlertController& alert, const Prompt& prompt);
+  void showLegacyAlert(const Prompt& prompt);
+  void switchModes();
+  void followMode();
+  void cancel();
+  void applyKeyboardRule(const Prompt& prompt);
+  void dismissNow(bool animated, std::function<void()> completion);
+
+  bool isInProgress(RequestNumber request) const noexcept {
+    return completionBlock_ && request == request_;
+  }
+  bool hasStoredPasscode() const;
+
+  /// The view that the prompt in use shows; null on the legacy path while there is none.
+  std::shared_ptr<SNAuthenticationView> authenticationViewInUse() const;
+  bool isOwnPromptShowing() const;
+  bool isPromptWaiting();
+
+  void handleFailedTry(BiometricEvent event);
+  void handleFingerUp();
+  void handleAttemptsExhausted();
+  void handleResult(BiometricEvent event);
+  void finishResult(BiometricEvent event, BiometricEvent modifiedCode);
+  void resetGlyph();
+  void scheduleGlyphReset();
+  void restartIfShowing();
+  void takeMatch();
+  void askWatch();
+  void takeWatchAnswer(RequestNumber request, const PropertyList& answer);
+  void failPromptAndStop();
+
+  bool isInTimedSession(const SessionItem& item) const;
+  std::optional<WallTime> sessionStart(const SessionItem& item) const;
+
+  /// Runs `block` with the controller where it is still there.
+  template <class Block>
+  auto whileAlive(Block block) {
+    return [weak = weak_from_this(), block = std::move(block)](auto&&... arguments) {
+      if (const auto self = weak.lock())
+        block(*self, std::forward<decltype(arguments)>(arguments)...);
+    };
+  }
+
   Platform& platform_;
   SNSettings& settings_;
+  std::vector<Observation> observations_;
+  std::shared_ptr<DynamicLibrary> watchFramework_;
 
+  // The prompt on screen: one of the two.
   std::shared_ptr<SNAlertController> alert_;
   std::shared_ptr<SNAlertView> legacyAlert_;
   bool alertShowing_ = false;
+
+  RequestNumber request_ = 0;
   Completion completionBlock_;
   Completion completionHandler_;
   std::shared_ptr<Invocation> invocation_;
   bool justAuthenticated_ = false;
   bool lastResultWasMatch_ = false;
-  std::vector<Observation> observations_;
 
   SessionTimes unlockSessionCache_;
   SessionKeys rememberTillDeviceLockCache_;
   std::optional<WallTime> lastUnlockedTime_;
-
-  bool isInTimedSession(const SessionItem& item) const;
-  std::optional<WallTime> sessionStart(const SessionItem& item) const;
 };
 
 }  // namespace sentrel

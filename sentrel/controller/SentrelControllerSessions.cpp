@@ -1,3 +1,4 @@
+#include "sentrel/biometrics/SNTouchIDManager.h"
 #include "sentrel/bridge/Ask.h"
 #include "sentrel/controller/SentrelController.h"
 
@@ -50,7 +51,13 @@ std::optional<WallTime> SentrelController::sessionStart(const SessionItem& item)
 }
 
 void SentrelController::deviceLocked() {
+  deviceScreenDimmed();
   rememberTillDeviceLockCache_.clear();
+}
+
+void SentrelController::deviceScreenDimmed() {
+  passcodeMatched(/*matched=*/false, /*animated=*/false);
+  SNTouchIDManager::sharedManager()->stopManager();
 }
 
 }  // namespace sentrel

@@ -23,6 +23,9 @@ class SENTREL_API BiometricInterface {
   virtual std::shared_ptr<BiometricObserver> delegate() const = 0;
   virtual void setDelegate(const std::shared_ptr<BiometricObserver>& delegate) = 0;
 
+  /// How log lines name the object.
+  virtual std::string description() const { return "<BiometricKitInterface>"; }
+
   // Operations that an interface may not answer.
   std::function<bool()> isTouchIDCapable;
   std::function<bool()> isPearlIDCapable;
@@ -79,6 +82,8 @@ class SENTREL_API SBUIBiometricEventMonitor : public BiometricInterface {
   virtual bool isMatchingEnabled() const = 0;
   virtual void _setMatchingEnabled(bool value) = 0;
   virtual void _startMatching() = 0;
+
+  std::string description() const override { return "<SBUIBiometricEventMonitor>"; }
 };
 
 /// The manager of the BiometricKit framework.

@@ -5,12 +5,17 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "sentrel/platform/Export.h"
 #include "sentrel/platform/PropertyList.h"
 
 namespace sentrel {
+
+/// Who the daemon is, and the service by which it is asked.
+inline constexpr std::string_view sharingDaemonBundleIdentifier = "com.apple.sharingd";
+inline constexpr std::string_view sharingDaemonServiceName = "com.apple.sharingd.nsxpc";
 
 // The classes that only the system's sharing daemon has.
 

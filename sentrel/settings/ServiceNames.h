@@ -11,5 +11,7 @@ inline constexpr std::string_view appSwitcher = "App Switcher Protection";
 inline constexpr std::string_view respring = "Respring Protection";
 inline constexpr std::string_view reboot = "Reboot Protection";
 inline constexpr std::string_view photos = "Photos Protection";
+inline constexpr std::string_view appDelete = "App Delete Protection";
+inline constexpr std::string_view notifications = "Notifications Protection";
 
 }  // namespace sentrel::service_names

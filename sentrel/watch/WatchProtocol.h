@@ -27,8 +27,7 @@ SENTREL_API void sendSNWatchQueryWithReply(const sentrel::PropertyList::Dictiona
 
 /// Asks for everything an unlock needs. The flag chooses the second signal value, where that one
 /// stands for a strength and the first does not.
-SENTREL_API void sendGeneralSNWatchQueryWithReply(bool preferSecondRSSI,
-                                                  sentrel::WatchReply reply);
+SENTREL_API void sendGeneralSNWatchQueryWithReply(bool preferSecondRSSI, sentrel::WatchReply reply);
 
 /// Has the daemon only wake the watch.
 SENTREL_API void sendInvalidateRSSISNWatchQueryWithReply(sentrel::WatchReply reply);

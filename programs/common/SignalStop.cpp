@@ -1,0 +1,22 @@
+#include "programs/common/SignalStop.h"
+
+#include <csignal>
+
+namespace sentrel::programs {
+namespace {
+
+bus::RunLoop* signalledLoop = nullptr;
+
+void stop(int) {
+  if (signalledLoop) signalledLoop->stop();
+}
+
+}  // namespace
+
+void stopOnSignals(bus::RunLoop& loop) {
+  signalledLoop = &loop;
+  std::signal(SIGINT, stop);
+  std::signal(SIGTERM, stop);
+}
+
+}  // namespace sentrel::programs

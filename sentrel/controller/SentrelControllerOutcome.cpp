@@ -1,0 +1,98 @@
+#include "sentrel/authui/SNAlertController.h"
+#include "sentrel/authui/SNAlertView.h"
+#include "sentrel/authui/SNAuthenticationView.h"
+#include "sentrel/biometrics/SNTouchIDManager.h"
+#include "sentrel/bridge/Notifications.h"
+#include "sentrel/bridge/SNUtils.h"
+#include "sentrel/controller/BiometricEvents.h"
+#include "sentrel/controller/SentrelController.h"
+
+namespace sentrel {
+namespace {
+
+constexpr std::uint32_t vibrationSound = 4095;
+constexpr std::int64_t vibrationMilliseconds = 300;
+
+constexpr double shakeDistance = 30;
+constexpr Seconds shakeDuration{0.4};
+constexpr double shakeDamping = 0.2;
+constexpr double shakeVelocity = 1;
+constexpr Seconds restartDelay{0.5};
+
+}  // namespace
+
+void SentrelController::executeCompletionBlock(bool allowed, BiometricEvent observeEvent) {
+  const bool isMatch = observeEvent == matchEvent;
+  setJustAuthenticated(isMatch);
+  if (isMatch)
+    if (const auto view = authenticationViewInUse()) view->hideKeyboard();
+  // Taken out before it is called: what it does cannot end the request a second time.
+  ++request_;
+  if (const auto completion = std::exchange(completionBlock_, nullptr))
+    completion(isMatch, allowed);
+  SNUtils::postDarwinNotification(isMatch ? notifications::authenticationSuccess
+                                          : notifications::authenticationCancelled);
+}
+
+void SentrelController::handleAuthentication(bool success) {
+  const auto handler = std::exchange(completionHandler_, nullptr);
+  if (!handler) return;
+  SNUtils::logMessage("going to call completionHandler(), success: %d", success);
+  handler(success, success);
+}
+
+void SentrelController::passcodeMatchedSuccessfully() {
+  passcodeMatched(/*matched=*/true, /*animated=*/true);
+}
+
+void SentrelController::passcodeMatched(bool matched, bool animated) {
+  const auto view = authenticationViewInUse();
+  if (view) view->hideKeyboard();
+  if (isAlertShowing()) {
+    if (matched) {
+      SNTouchIDManager::sharedManager()->stopManager();
+      invokeCustomInvocation();
+    } else {
+      setInvocation(nullptr);
+    }
+    dismissAuthenticationViewController(animated, nullptr);
+    executeCompletionBlock(matched, matched ? matchEvent : noEvent);
+  }
+  if (view) view->resetPasscodeState();
+}
+
+void SentrelController::invokeCustomInvocation() {
+  const auto invocation = std::exchange(invocation_, nullptr);
+  if (!invocation) return;
+  SNUtils::setCurrentAuthenticatedAppBundleId(invocation->argumentBundleIdentifier());
+  invocation->invoke();
+}
+
+// --- Failure feedback ----------------------------------------------------------------------------
+
+void SentrelController::handleAuthenticationFailed(bool isFinal) {
+  if (!isAlertShowing()) return;
+  vibrateOnError();
+  const std::shared_ptr<UIView> shaken = legacyAlert_ ? legacyAlert_
+                                         : alert_     ? alert_->view()
+                                                      : nullptr;
+  if (!shaken) return;
+  shaken->setTransform(CGAffineTransform::makeTranslation(shakeDistance, 0));
+  UIView::animateWithDuration(
+      shakeDuration, Seconds(0), shakeDamping, shakeVelocity,
+      [&shaken] { shaken->setTransform(CGAffineTransform()); },
+      whileAlive([isFinal](SentrelController& self, bool finished) {
+        if (!finished || isFinal || !SNUtils::isIOS11()) return;
+        self.platform_.mainQueue->after(
+            restartDelay, self.whileAlive([](SentrelController& it) { it.restartIfShowing(); }));
+      }));
+}
+
+void SentrelController::vibrateOnError() {
+  if (!settings_.isVibrateOnError()) return;
+  platform_.audioServices->playSystemSoundWithVibration(
+      vibrationSound,
+      {{"VibePattern", PropertyList::Array{true, vibrationMilliseconds}}, {"Intensity", 1.0}});
+}
+
+}  // namespace sentrel
