@@ -173,9 +173,11 @@ TEST_F(BusXpcTest, AsksAServiceOfItsOwnProcess) {
 
 TEST_F(BusXpcTest, RepliesNoneWhenTheBusEndsAndThenConnectsNoMore) {
   const Daemon daemon(bus_.address());
-  BusXpc xpc(connect());
+  const std::shared_ptr<BusConnection> connection = connect();
+  BusXpc xpc(connection);
   send(xpc, {{"do", "stop"}});
   kill(bus_.daemon(), SIGKILL);
+  EXPECT_EQ(connection->request(busName, service, "notices the end first", {}), std::nullopt);
   ASSERT_TRUE(runUntil(*loop_, [this] { return !replies_.empty() && !losses_.empty(); }));
   EXPECT_THAT(replies_, ElementsAre(std::nullopt));
   EXPECT_EQ(xpc.createMachServiceConnection(service), nullptr);

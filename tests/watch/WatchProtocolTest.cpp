@@ -157,6 +157,7 @@ TEST_F(WatchProtocol, HearsNothingOfAReplyThatComesTooLate) {
   EXPECT_THAT(answers, IsEmpty());
   device.time().advance(Seconds(0.2));
   EXPECT_THAT(answers, ElementsAre(PropertyList(Dictionary())));
+  ASSERT_TRUE(kept);
   kept->reply({{"result", Dictionary{{"rssi", -50}}}});
   device.time().runUntilIdle();
   EXPECT_EQ(answers.size(), 1U);
@@ -199,6 +200,23 @@ TEST_F(WatchProtocol, AnswersEachItemFromItsSource) {
   };
   for (const auto& c : cases)
     EXPECT_EQ(answerToItems(c.items), PropertyList(c.answer)) << describe(c.items);
+}
+
+TEST_F(WatchProtocol, TellsTheFlagsOfTheWatchApart) {
+  using simulated::SimulatedWatch;
+  const struct {
+    const char* key;
+    bool SimulatedWatch::*flag;
+  } flags[] = {{"nearby", &SimulatedWatch::isNearby},
+               {"active", &SimulatedWatch::isActive},
+               {"connected", &SimulatedWatch::isConnected}};
+  for (const auto& alone : flags) {
+    device.watch().*alone.flag = true;
+    Dictionary expected{{"nearby", false}, {"active", false}, {"connected", false}};
+    expected.insert_or_assign(alone.key, true);
+    EXPECT_EQ(answerToItems({2, 3, 4}), PropertyList(expected));
+    device.watch().*alone.flag = false;
+  }
 }
 
 TEST_F(WatchProtocol, SkipsItemsThatAskForNothing) {
