@@ -171,9 +171,10 @@ void SentrelController::scheduleGlyphReset() {
                              }));
 }
 
-/// The sensor is held only for a prompt that is on screen.
+/// The sensor is held only for a prompt that is on screen. One whose request is over goes on the
+/// next turn, and nobody would stop the sensor after it.
 void SentrelController::restartIfShowing() {
-  if (isAlertShowing()) SNTouchIDManager::sharedManager()->startManager();
+  if (completionBlock_ && isAlertShowing()) SNTouchIDManager::sharedManager()->startManager();
 }
 
 }  // namespace sentrel
