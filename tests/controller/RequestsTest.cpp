@@ -26,9 +26,11 @@ std::string nameOf(const SessionItem& item) {
 
 class Requests : public PromptTest {
  protected:
+  using Ask = std::function<void(Controller&, const Presenter&, Completion)>;
+
   struct Kind {
     const char* name;
-    std::function<void(Controller&, const Presenter&, Completion)> ask;
+    Ask ask;
     Text title;
     /// Of the session; empty for none.
     std::string key;
@@ -37,89 +39,66 @@ class Requests : public PromptTest {
     bool isInOverlay = false;
   };
 
+  /// The request that `method` makes of `arguments`.
+  template <class Method, class... Arguments>
+  static Ask by(Method method, Arguments... arguments) {
+    return [=](Controller& it, const Presenter& presenter, Completion then) {
+      (it.*method)(arguments..., presenter, std::move(then));
+    };
+  }
+
   std::vector<Kind> kinds() {
+    using It = Controller;
+    const auto app = [](It& it, auto& by, auto then) {
+      it.requiresAuthentication("com.a", by, then);
+    };
+    const auto rowOf = [this](It& it, auto& by, auto then) {
+      it.requiresAuthenticationForSpecifier(pane, by, then);
+    };
+    const auto titledRow = [this](It& it, auto& by, auto then) {
+      it.requiresAuthenticationForSpecifier(pane, "Title", by, then);
+    };
+    const auto noRow = [](It& it, auto& by, auto then) {
+      it.requiresAuthenticationForSpecifier(nullptr, by, then);
+    };
+    const auto texts = [](It& it, auto& by, auto then) {
+      it.requiresAuthentication("T", "M", by, then);
+    };
+    const auto overlay = [](It& it, auto&, auto then) {
+      it.requiresAuthentication("T", "M", then);
+    };
+    const char* record =
+        "{SentrelAllIcons = ({SentrelBundleIdentifier = \"com.a\"; SentrelFolderDisplayName = "
+        "\"Letters\"}); SentrelFolderDisplayName = \"Private\"}";
+    const auto flipSwitch = &It::requiresAuthenticationForFlipSwitch;
+    const auto item = &It::requiresAuthenticationForItem;
     return {
-        {"app", [](auto& it, auto& by, auto then) { it.requiresAuthentication("com.a", by, then); },
-         "Letters", "com.a", true},
-        {"service",
-         [](auto& it, auto& by, auto then) {
-           it.requiresAuthenticationForSystemService("com.a.share", by, then);
-         },
-         "Sharing", "com.a.share", true},
-        {"folder",
-         [this](auto& it, auto& by, auto then) {
-           it.requiresAuthenticationForFolder(folder, by, then);
-         },
-         "Private",
-         "{SentrelAllIcons = ({SentrelBundleIdentifier = \"com.a\"; SentrelFolderDisplayName = "
-         "\"Letters\"}); SentrelFolderDisplayName = \"Private\"}",
-         true},
-        {"item",
-         [](auto& it, auto& by, auto then) {
-           it.requiresAuthenticationForItem("T", "M", by, then);
-         },
-         "T", "", false, "M"},
-        {"item without texts",
-         [](auto& it, auto& by, auto then) {
-           it.requiresAuthenticationForItem(std::nullopt, std::nullopt, by, then);
-         },
-         "", "", false, ""},
-        {"reboot",
-         [](auto& it, auto& by, auto then) { it.requiresAuthenticationForReboot(by, then); },
-         "Neustart", "Neustart"},
-        {"respring",
-         [](auto& it, auto& by, auto then) { it.requiresAuthenticationForRespring(by, then); },
-         "Respring Protection", "Respring Protection"},
-        {"arrangement",
-         [](auto& it, auto& by, auto then) {
-           it.requiresAuthenticationForAppArrangement(by, then);
-         },
+        {"app", app, "Letters", "com.a", true},
+        {"service", by(&It::requiresAuthenticationForSystemService, "com.a.share"), "Sharing",
+         "com.a.share", true},
+        {"folder", by(&It::requiresAuthenticationForFolder, folder), "Private", record, true},
+        {"item", by(item, "T", "M"), "T", "", false, "M"},
+        {"item without texts", by(item, std::nullopt, std::nullopt), "", "", false, ""},
+        {"reboot", by(&It::requiresAuthenticationForReboot), "Neustart", "Neustart"},
+        {"respring", by(&It::requiresAuthenticationForRespring), "Respring Protection",
+         "Respring Protection"},
+        {"arrangement", by(&It::requiresAuthenticationForAppArrangement),
          "App Arrangement Protection", "App Arrangement Protection"},
-        {"deletion",
-         [](auto& it, auto& by, auto then) { it.requiresAuthenticationForAppDeletion(by, then); },
-         "App Delete Protection", "App Delete Protection"},
-        {"switcher",
-         [](auto& it, auto& by, auto then) { it.requiresAuthenticationForAppSwitcher(by, then); },
-         "App Switcher Protection", "App Switcher Protection"},
-        {"flip switch",
-         [](auto& it, auto& by, auto then) {
-           it.requiresAuthenticationForFlipSwitch("com.a.wifi", by, then);
-         },
-         "Wireless", "com.a.wifi"},
-        {"unknown flip switch",
-         [](auto& it, auto& by, auto then) {
-           it.requiresAuthenticationForFlipSwitch("com.b", by, then);
-         },
-         "", "com.b"},
-        {"specifier",
-         [this](auto& it, auto& by, auto then) {
-           it.requiresAuthenticationForSpecifier(pane, by, then);
-         },
-         "Wi-Fi", "WIFI"},
-        {"specifier with a title",
-         [this](auto& it, auto& by, auto then) {
-           it.requiresAuthenticationForSpecifier(pane, "Title", by, then);
-         },
-         "Title", "an object"},
-        {"no specifier",
-         [](auto& it, auto& by, auto then) {
-           it.requiresAuthenticationForSpecifier(nullptr, by, then);
-         },
-         "", ""},
-        {"photos",
-         [](auto& it, auto& by, auto then) { it.requiresAuthenticationForPhotos(by, then); },
-         "Photos Protection", "Photos Protection"},
-        {"notifications",
-         [](auto& it, auto& by, auto then) {
-           it.requiresAuthenticationForLockscreenNotifications(by, then);
-         },
+        {"deletion", by(&It::requiresAuthenticationForAppDeletion), "App Delete Protection",
+         "App Delete Protection"},
+        {"switcher", by(&It::requiresAuthenticationForAppSwitcher), "App Switcher Protection",
+         "App Switcher Protection"},
+        {"flip switch", by(flipSwitch, "com.a.wifi"), "Wireless", "com.a.wifi"},
+        {"unknown flip switch", by(flipSwitch, "com.b"), "", "com.b"},
+        {"specifier", rowOf, "Wi-Fi", "WIFI"},
+        {"specifier with a title", titledRow, "Title", "an object"},
+        {"no specifier", noRow, "", ""},
+        {"photos", by(&It::requiresAuthenticationForPhotos), "Photos Protection",
+         "Photos Protection"},
+        {"notifications", by(&It::requiresAuthenticationForLockscreenNotifications),
          "Notifications Protection", "Notifications Protection"},
-        {"title and message",
-         [](auto& it, auto& by, auto then) { it.requiresAuthentication("T", "M", by, then); }, "T",
-         "T", false, "M"},
-        {"title and message over everything",
-         [](auto& it, auto&, auto then) { it.requiresAuthentication("T", "M", then); }, "T", "T",
-         false, "M", true},
+        {"texts", texts, "T", "T", false, "M"},
+        {"texts over everything", overlay, "T", "T", false, "M", true},
     };
   }
 
