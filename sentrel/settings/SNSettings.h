@@ -204,7 +204,7 @@ class SENTREL_API SNSettings final : public BridgeSettings {
   bool isAppProtected(std::string_view bundleIdentifier, bool ignoreAllOther = false) const;
 
   /// No identifier is never protected.
-  bool isNotificationsAppProtected(std::optional<std::string_view> bundleIdentifier,
+  bool isNotificationsAppProtected(const std::optional<std::string_view>& bundleIdentifier,
                                    bool ignoreAllOther = false) const;
 
   /// A pane of the Settings application, by the name shown there. The system's own pane needs

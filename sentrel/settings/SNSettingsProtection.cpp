@@ -41,8 +41,8 @@ bool SNSettings::isAppProtected(std::string_view bundleIdentifier, bool ignoreAl
   return isMember(ItemSet::applications, bundleIdentifier, ignoreAllOther);
 }
 
-bool SNSettings::isNotificationsAppProtected(std::optional<std::string_view> bundleIdentifier,
-                                             bool ignoreAllOther) const {
+bool SNSettings::isNotificationsAppProtected(
+    const std::optional<std::string_view>& bundleIdentifier, bool ignoreAllOther) const {
   return bundleIdentifier && isMember(ItemSet::notificationApps, *bundleIdentifier, ignoreAllOther);
 }
 
