@@ -67,6 +67,7 @@ bool UITextField::replace(NSRange range, const std::string& text) {
 }
 
 bool UITextField::canBecomeFirstResponder() {
+  if (!window()) return false;
   const auto asked = delegate();
   return !asked || asked->textFieldShouldBeginEditing(*this);
 }

@@ -62,6 +62,7 @@ class SENTREL_API UITextField : public UIView {
   bool deleteBackward();
   bool replace(NSRange range, const std::string& text);
 
+  /// Inside a window only, be it hidden or not, and where the delegate agrees.
   bool canBecomeFirstResponder() override;
   bool canResignFirstResponder() override;
   std::optional<CGSize> intrinsicContentSize(double maxWidth) const override;

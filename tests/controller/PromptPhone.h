@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <chrono>
 #include <memory>
 #include <string>
 #include <utility>
@@ -49,8 +48,7 @@ class PromptPhone {
   /// Lives through `order` and what comes of it; answers the first thing that must never happen.
   std::optional<std::string> live(const PromptOrder& order) {
     Process::Scope inside(springBoard_->process());
-    ledger_ =
-        PromptLedger(kind_.isLegacy ? 0.1 : PKGlyphViewClass().stateAnimationDuration.count());
+    ledger_ = PromptLedger();
     const auto sessionsBefore = controller().unlockSessionCache();
     watchAnswers_ = 0;
     for (const Happening& happening : order) {
@@ -69,7 +67,6 @@ class PromptPhone {
 
  private:
   using Kind = Happening::Kind;
-  using Clock = std::chrono::duration<double>;
 
   class Owner final : public BiometricObserver {
    public:
@@ -137,13 +134,13 @@ class PromptPhone {
   /// What the sensor reports reaches whoever listens within the turn.
   void sense(std::int64_t event) {
     pass(0);
-    if (event == 3 && isHeld() && !isInPasscodeMode()) ledger_.matchAt(now());
+    if (event == 3 && isHeld() && !isInPasscodeMode()) ledger_.provenAt(now() + glyphSeconds());
     device_.sensor().emit(event);
     pass(0);
   }
 
   void hearLate(std::int64_t event) {
-    if (event == 3 && !isInPasscodeMode()) ledger_.matchAt(now());
+    if (event == 3 && !isInPasscodeMode()) ledger_.provenAt(now() + glyphSeconds());
     controller().biometricKitInterfaceHandleEvent(nullptr, event);
   }
 
@@ -168,7 +165,7 @@ class PromptPhone {
 
   void typeDigits(std::string_view digits) {
     if (!focusedField()) return;
-    if (digits == passcode && controller().isAlertShowing()) ledger_.passcodeTyped();
+    if (digits == passcode) ledger_.provenAt(now() + passcodeSeconds);
     for (const char digit : digits)
       if (const auto field = focusedField()) field->insertText(std::string(1, digit));
   }
@@ -280,11 +277,18 @@ class PromptPhone {
     return keys;
   }
 
+  /// How long the glyph takes to show an event, before anything follows from it.
+  double glyphSeconds() const {
+    return kind_.isLegacy ? 0.1 : PKGlyphViewClass().stateAnimationDuration.count();
+  }
+
   static SentrelController& controller() { return SentrelController::sharedInstance(); }
   Platform& platform() { return springBoard_->process().platform(); }
   double now() { return device_.time().now().time_since_epoch().count(); }
 
   static constexpr const char* passcode = "135790";
+  /// How long the row shows the last digit before the passcode is looked at.
+  static constexpr double passcodeSeconds = 0.15;
 
   PromptPhoneKind kind_;
   simulated::SimulatedDevice device_;
@@ -292,7 +296,7 @@ class PromptPhone {
   std::unique_ptr<simulated::SimulatedProcess> springBoard_;
   std::unique_ptr<simulated::SimulatedProcess> daemon_;
   std::array<std::shared_ptr<UIWindow>, 2> windows_;
-  PromptLedger ledger_{0};
+  PromptLedger ledger_;
   std::int64_t watchAnswers_ = 0;
   std::size_t lives_ = 0;
 };
