@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <optional>
@@ -32,12 +33,17 @@ class PromptLedger {
   void watchAsked() { watchAskedFor_ = isInProgress(current()) ? current() : none; }
   void watchAgrees() { agreedOn_.insert(watchAskedFor_); }
 
+  // What may fail a request: its own Cancel button, or what fails whatever is in progress then.
+  void mayBeCancelled(std::size_t request) { cancelled_.insert(request); }
+  void mayFailAt(double moment) { failures_.push_back(moment); }
+
   void end(std::size_t request, bool authenticated, bool allowed, double now) {
     Request& ended = requests_.at(request);
     if (++ended.ends > 1) complain("a request ended twice");
     if (authenticated != allowed) complain("the two flags of an outcome differ");
     if (begun_ > 0 && request + 1 < begun_) complain("a request ended that had been replaced");
     if (authenticated && !isProven(request, now)) complain("a request succeeded without proof");
+    if (!authenticated && !mayFail(request, now)) complain("a request failed without a cause");
     ended.succeeded |= authenticated;
   }
 
@@ -71,15 +77,23 @@ class PromptLedger {
   };
 
   bool isProven(std::size_t request, double now) const {
-    if (agreedOn_.contains(request)) return true;
-    for (const double proof : proofs_)
-      if (std::abs(proof - now) < 1e-6) return true;
-    return false;
+    return agreedOn_.contains(request) || contains(proofs_, now);
+  }
+
+  bool mayFail(std::size_t request, double now) const {
+    return cancelled_.contains(request) || contains(failures_, now);
+  }
+
+  static bool contains(const std::vector<double>& moments, double now) {
+    return std::ranges::any_of(moments,
+                               [now](double moment) { return std::abs(moment - now) < 1e-6; });
   }
 
   std::vector<Request> requests_;
   std::size_t begun_ = 0;
   std::vector<double> proofs_;
+  std::set<std::size_t> cancelled_;
+  std::vector<double> failures_;
   std::set<std::size_t> agreedOn_;
   std::size_t watchAskedFor_ = none;
   std::optional<std::string> complaint_;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <map>
 #include <memory>
 #include <string>
 #include <utility>
@@ -49,6 +50,7 @@ class PromptPhone {
   std::optional<std::string> live(const PromptOrder& order) {
     Process::Scope inside(springBoard_->process());
     ledger_ = PromptLedger();
+    askers_.clear();
     const auto sessionsBefore = controller().unlockSessionCache();
     watchAnswers_ = 0;
     for (const Happening& happening : order) {
@@ -135,12 +137,14 @@ class PromptPhone {
   void sense(std::int64_t event) {
     pass(0);
     if (event == 3 && isHeld() && !isInPasscodeMode()) ledger_.provenAt(now() + glyphSeconds());
+    if (event == 6) ledger_.mayFailAt(now() + glyphSeconds());
     device_.sensor().emit(event);
     pass(0);
   }
 
   void hearLate(std::int64_t event) {
     if (event == 3 && !isInPasscodeMode()) ledger_.provenAt(now() + glyphSeconds());
+    if (event == 6) ledger_.mayFailAt(now() + glyphSeconds());
     controller().biometricKitInterfaceHandleEvent(nullptr, event);
   }
 
@@ -152,6 +156,8 @@ class PromptPhone {
   }
 
   void tapCancel() {
+    if (const auto asker = askers_.find(promptOnScreen()); asker != askers_.end())
+      ledger_.mayBeCancelled(asker->second);
     if (const auto alert = presentedAlert())
       tapAction(*alert, UIAlertActionStyle::cancel);
     else if (const auto legacy = shownLegacyAlert())
@@ -174,6 +180,7 @@ class PromptPhone {
   template <class Action>
   void interrupt(Action action) {
     const bool wasShowing = controller().isAlertShowing();
+    ledger_.mayFailAt(now());
     action();
     if (wasShowing && controller().completionBlock())
       ledger_.complain("a prompt outlived a lock or a dimmed screen");
@@ -212,6 +219,7 @@ class PromptPhone {
       if (window->rootViewController()->presentedViewController()) ++prompts;
     if (kind_.isLegacy && prompts > 0) ledger_.complain("a prompt of the wrong kind is on screen");
     if (kind_.isLegacy && shownLegacyAlert()) ++prompts;
+    if (prompts > 0) askers_.emplace(promptOnScreen(), ledger_.current());
     if (prompts > 1) ledger_.complain("two prompts are on screen");
     if (prompts > 0 && !controller().completionBlock())
       ledger_.complain("a prompt is on screen that nobody owns");
@@ -266,6 +274,11 @@ class PromptPhone {
     return alert && alert->isVisible() ? alert : nullptr;
   }
 
+  std::shared_ptr<UIResponder> promptOnScreen() {
+    if (const auto alert = presentedAlert()) return alert;
+    return shownLegacyAlert();
+  }
+
   std::string keyOf(std::size_t request) const {
     return "life " + std::to_string(lives_) + ", " + PromptLedger::key(request);
   }
@@ -297,6 +310,8 @@ class PromptPhone {
   std::unique_ptr<simulated::SimulatedProcess> daemon_;
   std::array<std::shared_ptr<UIWindow>, 2> windows_;
   PromptLedger ledger_;
+  /// Which request each prompt was first seen for.
+  std::map<std::weak_ptr<UIResponder>, std::size_t, std::owner_less<>> askers_;
   std::int64_t watchAnswers_ = 0;
   std::size_t lives_ = 0;
 };
