@@ -55,7 +55,7 @@ class PromptPhone {
     watchAnswers_ = 0;
     for (const Happening& happening : order) {
       happen(happening);
-      if (happening.kind == Happening::Kind::wait) pass(happening.number / 100.0);
+      if (happening.kind == Happening::Kind::wait) pass(static_cast<double>(happening.number) / 100);
     }
     comeToRest();
     std::set<std::string> recorded;
