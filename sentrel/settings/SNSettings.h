@@ -197,7 +197,7 @@ class SENTREL_API SNSettings final : public BridgeSettings {
   //
   // With `ignoreAllOther` the answer is whether the item is configured as protected, whatever the
   // main switch, the network and the open sessions say. Nothing is allocated for an answer in the
-  // home-screen process while no network is joined.
+  // home-screen process while no network is joined, unless a question's own comment says otherwise.
 
   /// The process's own application.
   bool isAppProtected() const;
@@ -211,7 +211,8 @@ class SENTREL_API SNSettings final : public BridgeSettings {
   /// authentication always, also while the system is off, on a trusted network or inside a session.
   bool isSpecifierProtected(std::string_view paneName, bool ignoreAllOther = false) const;
 
-  /// Without the switches' extension on the device, no switch needs authentication.
+  /// Without the switches' extension on the device, no switch needs authentication. Asks the file
+  /// system each time, which may allocate.
   bool isFlipSwitchProtected(std::string_view switchIdentifier, bool ignoreAllOther = false) const;
 
   bool isControlCenterItemProtected(std::string_view itemIdentifier,

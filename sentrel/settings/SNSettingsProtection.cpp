@@ -5,11 +5,6 @@
 #include "sentrel/settings/ServiceNames.h"
 
 namespace sentrel {
-namespace {
-
-constexpr std::string_view photosBundleIdentifier = "com.apple.mobileslideshow";
-
-}  // namespace
 
 bool SNSettings::isProtectionActive() const {
   return isSentrelEnabled() && !isCurrentlyConnectedToTrustedNetwork();
