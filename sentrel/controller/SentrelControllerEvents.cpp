@@ -173,7 +173,8 @@ void SentrelController::scheduleGlyphReset() {
                              }));
 }
 
-/// The sensor is held only for a prompt that is on screen. One whose request has ended is going.
+/// The sensor is held only for a prompt that is on screen. One whose request is over goes on the
+/// next turn, and nobody would stop the sensor after it.
 void SentrelController::restartIfShowing() {
   if (completionBlock_ && isAlertShowing()) SNTouchIDManager::sharedManager()->startManager();
 }
