@@ -147,9 +147,14 @@ void Phone::goHome() {
 
 void Phone::quit(const std::string& bundleIdentifier) {
   if (device_.applications().front() == bundleIdentifier) goHome();
-  std::erase_if(applications_, [&](const auto& application) {
+  const auto ended = std::erase_if(applications_, [&](const auto& application) {
     return application->identifier() == bundleIdentifier;
   });
+  // It may have had the home screen take the sensor, and cannot have it given back any more.
+  if (ended > 0)
+    homeScreen_->run([] {
+      if (!SNTouchIDManager::sharedManager()->isRunning()) SNUtils::resetBioMetricsResourceCache();
+    });
 }
 
 // --- Requests ------------------------------------------------------------------------------------
@@ -179,10 +184,11 @@ void Phone::pass(Seconds time) {
   device_.time().advance(end - device_.time().now());
 }
 
+/// The home screen is told at once; applications hear of it when it has reacted.
 void Phone::tellAll(void (*tell)()) {
   homeScreen_->run(tell);
   for (const auto& application : applications_)
-    application->run(tell);
+    application->run([tell] { Process::current().platform().mainQueue->async(tell); });
 }
 
 void Phone::noticeLock() {

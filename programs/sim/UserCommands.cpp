@@ -15,8 +15,7 @@ constexpr Seconds recognitionTime{0.1};
 constexpr BiometricEvent seen = 1;
 constexpr BiometricEvent matched = 3;
 constexpr BiometricEvent unreadable = 7;
-constexpr BiometricEvent fingerNotMatched = 10;
-constexpr BiometricEvent faceNotMatched = 2;
+constexpr BiometricEvent notMatched = 2;
 constexpr BiometricEvent lifted = 0;
 
 ShownPrompt frontPrompt(Phone& phone) {
@@ -33,7 +32,7 @@ void show(Phone& phone, BiometricEvent result) {
 
 Action finger(Phone&, const Words& words) {
   constexpr const char* choices[] = {"match", "no-match", "too-wet", "lift"};
-  constexpr BiometricEvent results[] = {matched, fingerNotMatched, unreadable, lifted};
+  constexpr BiometricEvent results[] = {matched, notMatched, unreadable, lifted};
   return [result = results[choiceOf(words[0], choices)]](Phone& phone) {
     simulated::SimulatedSensor& sensor = phone.device().sensor();
     sensor.isFingerOn = result != lifted;
@@ -44,7 +43,7 @@ Action finger(Phone&, const Words& words) {
 Action face(Phone&, const Words& words) {
   constexpr const char* choices[] = {"match", "no-match"};
   return [isMatch = choiceOf(words[0], choices) == 0](Phone& phone) {
-    show(phone, isMatch ? matched : faceNotMatched);
+    show(phone, isMatch ? matched : notMatched);
   };
 }
 
