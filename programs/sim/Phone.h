@@ -85,6 +85,10 @@ class Phone {
   void unlock();
   void dim();
 
+  /// Where pictures go; none is the current folder.
+  void setPictureFolder(std::string folder) { pictureFolder_ = std::move(folder); }
+  const std::string& pictureFolder() const noexcept { return pictureFolder_; }
+
   // --- What was noticed ----------------------------------------------------------------------
 
   /// The log lines of the applications.
@@ -126,6 +130,7 @@ class Phone {
   std::vector<std::function<void()>> deferred_;
   std::function<void()> onMoment_;
   std::vector<std::string> logLines_;
+  std::string pictureFolder_;
   Mark mark_;
   bool knowsOfLock_ = false;
 };

@@ -55,7 +55,7 @@ Prepared prepareRow(const Row<Prepared>& row, Phone& phone, const Words& words) 
 /// A line of help for each row.
 template <class Prepared>
 std::string helpFor(std::span<const Row<Prepared>> rows, const std::string& prefix = {}) {
-  constexpr std::size_t helpColumn = 36;
+  constexpr std::size_t helpColumn = 42;
   std::string text;
   for (const auto& row : rows) {
     std::string call = "  " + prefix + row.name + " " + row.arguments;

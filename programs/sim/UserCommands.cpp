@@ -1,5 +1,7 @@
 // The user's fingers, face and time.
 
+#include <filesystem>
+
 #include "device/screen/Png.h"
 #include "programs/common/Hands.h"
 #include "programs/sim/Command.h"
@@ -83,7 +85,9 @@ Action wait(Phone&, const Words& words) {
 }
 
 Action screenshot(Phone&, const Words& words) {
-  return [file = words[0]](Phone& phone) { screen::writePng(takePicture(phone), file); };
+  return [file = words[0]](Phone& phone) {
+    screen::writePng(takePicture(phone), (std::filesystem::path(phone.pictureFolder()) / file));
+  };
 }
 
 Action mark(Phone&, const Words&) {

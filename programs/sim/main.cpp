@@ -1,6 +1,7 @@
 // The whole phone in one process on virtual time: runs scenarios, and shows what they bring about.
 
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <string>
@@ -20,15 +21,14 @@ using programs::ProgramError;
 constexpr const char* program = "sentrel-sim";
 
 std::string usage() {
-  return "usage: sentrel-sim [options] [SCRIPT]\n"
+  return "usage: sentrel-sim [options] [SCRIPT [PICTURES]]\n"
          "\n"
-         "Runs the home screen and applications of a device on virtual time, as the lines of "
-         "SCRIPT\n"
-         "say, and prints what changes. Every line is checked before the first one runs. An\n"
-         "expectation that is not met is printed and the script goes on; what cannot be done ends\n"
-         "it. Without SCRIPT it obeys the lines of standard input, one after the other. The "
-         "device\n"
-         "root is only read.\n"
+         "Runs the home screen and applications of a device on virtual time, as the lines of\n"
+         "SCRIPT say, and prints what changes. Every line is checked before the first one runs.\n"
+         "An expectation that is not met is printed and the script goes on; what cannot be done\n"
+         "ends it. Without SCRIPT it obeys the lines of standard input, one after the other.\n"
+         "Screenshots go to the folder PICTURES, else to the current one. The device root is only\n"
+         "read.\n"
          "\n" +
          languageHelp();
 }
@@ -72,6 +72,7 @@ programs::ExitCode runScript(Phone& phone, const std::string& path) {
   std::ifstream input(path);
   if (!input) throw ProgramError(path + ": cannot be read");
   const auto steps = readScript(phone, input, path);
+  if (!phone.pictureFolder().empty()) std::filesystem::create_directories(phone.pictureFolder());
   Runner runner(phone, path);
   for (const Step& step : steps)
     if (!runner.run(step)) break;
@@ -96,10 +97,11 @@ programs::ExitCode runInput(Phone& phone) {
 }
 
 int run(const CommandLine& line) {
-  if (line.arguments.size() > 1) throw UsageError("expected one SCRIPT");
+  if (line.arguments.size() > 2) throw UsageError("expected SCRIPT and PICTURES at most");
   Phone phone(line.root);
   for (const std::string& complaint : phone.complaints())
     std::fprintf(stderr, "%s: %s\n", program, complaint.c_str());
+  if (line.arguments.size() == 2) phone.setPictureFolder(line.arguments[1]);
   return line.arguments.empty() ? runInput(phone) : runScript(phone, line.arguments[0]);
 }
 
