@@ -20,14 +20,9 @@ class Poster final : public BiometricObserver {
 
 }  // namespace
 
-BiometricEventRelay::BiometricEventRelay()
-    : resource_(Process::current().platform().biometricResource),
-      observer_(std::make_shared<Poster>()) {
-  if (resource_) resource_->addObserver(observer_);
-}
-
-BiometricEventRelay::~BiometricEventRelay() {
-  if (resource_) resource_->removeObserver(observer_);
+BiometricEventRelay::BiometricEventRelay() : observer_(std::make_shared<Poster>()) {
+  const auto& resource = Process::current().platform().biometricResource;
+  if (resource) resource->addObserver(observer_);
 }
 
 }  // namespace sentrel::host

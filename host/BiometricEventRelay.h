@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "sentrel/platform/Biometrics.h"
+#include "sentrel/platform/BiometricObserver.h"
 
 namespace sentrel::host {
 
@@ -14,12 +14,8 @@ namespace sentrel::host {
 class BiometricEventRelay {
  public:
   BiometricEventRelay();
-  ~BiometricEventRelay();
-  BiometricEventRelay(const BiometricEventRelay&) = delete;
-  BiometricEventRelay& operator=(const BiometricEventRelay&) = delete;
 
  private:
-  std::shared_ptr<SBUIBiometricResource> resource_;
   std::shared_ptr<BiometricObserver> observer_;
 };
 

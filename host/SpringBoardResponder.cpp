@@ -41,6 +41,7 @@ UserInfo suspendFrontMostApp(const UserInfo&) {
 /// application hears of the result by a notification.
 UserInfo handleAuthentication(const UserInfo& userInfo) {
   const messages::AuthenticationPrompt prompt = decodePrompt(userInfo);
+  if (prompt.title.empty()) return std::nullopt;
   SentrelController::sharedInstance().requiresAuthentication(prompt.title, prompt.message, {});
   return std::nullopt;
 }

@@ -92,8 +92,7 @@ std::string obeyWatchCommand(SimulatedWatch& watch, const std::string& line) {
     if (words.empty() || words[0] != command.name) continue;
     words.erase(words.begin());
     if (words.size() != command.count)
-      throw UsageError(std::string(command.name) + " takes " + std::to_string(command.count) +
-                       " values");
+      throw UsageError("wrong number of words after " + std::string(command.name));
     command.obey(watch, words);
     return "OK";
   }

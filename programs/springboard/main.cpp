@@ -132,9 +132,11 @@ int run(const CommandLine& line) {
                             std::printf("log %s\n", text.c_str());
                           }));
   std::printf("ready %s\n", homeBus.address().c_str());
-  self.loop().add(
+  // The loop does not keep it.
+  const auto reader =
       std::make_shared<LineReader>(self.loop(), LineReader::AtEnd::goOn,
-                                   [&self](const std::string& command) { obey(self, command); }));
+                                   [&self](const std::string& command) { obey(self, command); });
+  self.loop().add(reader);
   self.loop().run();
   return exitDone;
 }

@@ -158,46 +158,6 @@ TEST_F(BusMessages, CrossFromEveryThread) {
 
 // --- Responders that misbehave -------------------------------------------------------------------
 
-/// Serves the home-screen's name without our code and does `react` to the first question.
-class RawResponder : public ChildProcess {
- public:
-  using React = std::function<void(sd_bus_message* question)>;
-
-  RawResponder(const std::string& address, const React& react)
-      : ChildProcess([&](const Ready& ready) {
-          const RawBus bus(address);
-          sd_bus_add_filter(
-              bus.get(), nullptr,
-              [](sd_bus_message* message, void* context, sd_bus_error*) {
-                if (!sd_bus_message_is_method_call(message, nullptr, protocol::askMethod)) return 0;
-                (*static_cast<const React*>(context))(message);
-                return 1;
-              },
-              const_cast<React*>(&react));
-          if (sd_bus_request_name(bus.get(), springBoardService, 0) < 0) return;
-          ready("ready");
-          serve(bus.get());
-        }) {}
-
- private:
-  static void serve(sd_bus* bus) {
-    int processed = 0;
-    while ((processed = sd_bus_process(bus, nullptr)) >= 0)
-      if (processed == 0) sd_bus_wait(bus, UINT64_MAX);
-  }
-};
-
-/// A reply filled in by `fill`.
-RawResponder::React replyWith(std::function<void(sd_bus_message*)> fill) {
-  return [fill = std::move(fill)](sd_bus_message* question) {
-    sd_bus_message* reply = nullptr;
-    sd_bus_message_new_method_return(question, &reply);
-    fill(reply);
-    sd_bus_send(nullptr, reply, nullptr);
-    sd_bus_message_unref(reply);
-  };
-}
-
 /// A user info whose only entry is a text of that length.
 void appendLongText(sd_bus_message* message, std::size_t length) {
   const std::string text(length, 'x');

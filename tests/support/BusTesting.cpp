@@ -9,6 +9,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "device/bus/BusProtocol.h"
+
 namespace sentrel::bus {
 namespace {
 
@@ -42,6 +44,12 @@ std::string readAll(int descriptor) {
   while ((count = read(descriptor, buffer.data(), buffer.size())) > 0)
     text.append(buffer.data(), static_cast<std::size_t>(count));
   return text;
+}
+
+void serveRaw(sd_bus* bus) {
+  int processed = 0;
+  while ((processed = sd_bus_process(bus, nullptr)) >= 0)
+    if (processed == 0) sd_bus_wait(bus, UINT64_MAX);
 }
 
 }  // namespace
@@ -99,6 +107,33 @@ RawBus::RawBus(const std::string& address) {
   if (sd_bus_new(&bus_) < 0 || sd_bus_set_address(bus_, address.c_str()) < 0 ||
       sd_bus_set_bus_client(bus_, 1) < 0 || sd_bus_start(bus_) < 0)
     throw std::runtime_error("no bus at " + address);
+}
+
+RawResponder::RawResponder(const std::string& address, const React& react,
+                           const std::string& service)
+    : ChildProcess([&](const Ready& ready) {
+        const RawBus bus(address);
+        sd_bus_add_filter(
+            bus.get(), nullptr,
+            [](sd_bus_message* message, void* context, sd_bus_error*) {
+              if (!sd_bus_message_is_method_call(message, nullptr, protocol::askMethod)) return 0;
+              (*static_cast<const React*>(context))(message);
+              return 1;
+            },
+            const_cast<React*>(&react));
+        if (sd_bus_request_name(bus.get(), service.c_str(), 0) < 0) return;
+        ready("ready");
+        serveRaw(bus.get());
+      }) {}
+
+RawResponder::React replyWith(std::function<void(sd_bus_message*)> fill) {
+  return [fill = std::move(fill)](sd_bus_message* question) {
+    sd_bus_message* reply = nullptr;
+    sd_bus_message_new_method_return(question, &reply);
+    fill(reply);
+    sd_bus_send(nullptr, reply, nullptr);
+    sd_bus_message_unref(reply);
+  };
 }
 
 }  // namespace sentrel::bus

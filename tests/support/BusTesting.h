@@ -95,6 +95,18 @@ class RawBus {
   sd_bus* bus_ = nullptr;
 };
 
+/// A process that serves a name without our code, and does `react` to every question.
+class RawResponder : public ChildProcess {
+ public:
+  using React = std::function<void(sd_bus_message* question)>;
+
+  RawResponder(const std::string& address, const React& react,
+               const std::string& service = springBoardService);
+};
+
+/// A reply filled in by `fill`.
+RawResponder::React replyWith(std::function<void(sd_bus_message*)> fill);
+
 /// A private bus and this process's loop.
 class BusTest : public ::testing::Test {
  protected:

@@ -41,6 +41,21 @@ class Radio final : public sentrel::WiFi {
   std::optional<sentrel::PropertyList::Dictionary> currentNetwork() const override { return {}; }
 };
 
+class Center final : public sentrel::NotificationCenter {
+ public:
+  void post(sentrel::Notification) override {}
+  sentrel::Observation addObserver(const std::string&, Observer) override { return nullptr; }
+};
+
+class Libraries final : public sentrel::DynamicLibraries {
+ public:
+  std::shared_ptr<sentrel::DynamicLibrary> open(const std::string&, Binding) override {
+    return nullptr;
+  }
+  bool canOpenBundle(const std::string&) const override { return false; }
+  bool loadBundle(const std::string&) override { return false; }
+};
+
 }  // namespace
 
 int main() {
@@ -48,6 +63,8 @@ int main() {
   platform.mainBundle = std::make_shared<Bundle>();
   platform.propertyListFiles = std::make_shared<Files>();
   platform.wifi = std::make_shared<Radio>();
+  platform.darwinCenter = std::make_shared<Center>();
+  platform.libraries = std::make_shared<Libraries>();
   sentrel::Process process(std::move(platform));
   sentrel::Process::setMain(&process);
 

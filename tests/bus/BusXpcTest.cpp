@@ -1,0 +1,221 @@
+#include "device/bus/BusXpc.h"
+
+#include <signal.h>
+#include <unistd.h>
+
+#include <thread>
+
+#include "device/bus/BusCodec.h"
+#include "device/bus/BusProtocol.h"
+#include "tests/support/BusTesting.h"
+
+namespace sentrel::bus {
+namespace {
+
+using Dictionary = PropertyList::Dictionary;
+using Array = PropertyList::Array;
+using Reply = std::optional<PropertyList>;
+using ::testing::ElementsAre;
+
+constexpr const char* service = "com.example.daemon.nsxpc";
+const std::string busName = std::string(protocol::machServicePrefix) + service;
+
+/// Answers with what it got, as the text under "do" says.
+void behave(const std::shared_ptr<XpcMessage>& message) {
+  static std::vector<std::shared_ptr<XpcMessage>> kept;
+  const auto* what = find<std::string>(message->content(), "do");
+  if (!what) return message->reply(message->content());
+  if (*what == "die") _exit(0);
+  if (*what == "stop") kill(getpid(), SIGSTOP);
+  if (*what == "throw") throw std::runtime_error("planned");
+  if (*what == "keep") kept.push_back(message);
+  if (*what == "unsendable") message->reply({{"text", "\xFF"}});
+  if (*what == "twice") {
+    message->reply({{"reply", 1}});
+    message->reply({{"reply", 2}});
+  }
+}
+
+/// A process that serves the mach service, and an audio control of that name.
+class Daemon : public ChildProcess {
+ public:
+  explicit Daemon(const std::string& address)
+      : ChildProcess([&](const Ready& ready) {
+          const auto loop = std::make_shared<RunLoop>();
+          BusConnection::Options options;
+          options.address = address;
+          BusConnection connection(loop, std::move(options));
+          serveMachService(connection, service, behave);
+          ready("ready");
+          loop->run();
+        }) {}
+};
+
+class BusXpcTest : public BusTest {
+ protected:
+  void send(BusXpc& xpc, const Dictionary& message) {
+    const auto connection = xpc.createMachServiceConnection(service);
+    ASSERT_TRUE(connection);
+    connection->resume();
+    connection->sendMessageWithReply(message, [this](const Reply& reply) {
+      replies_.push_back(reply);
+      repliedOn_.push_back(std::this_thread::get_id());
+    });
+  }
+
+  /// The one reply to `message`.
+  Reply ask(BusXpc& xpc, const Dictionary& message) {
+    replies_.clear();
+    send(xpc, message);
+    EXPECT_TRUE(replies_.empty()) << "on a later turn";
+    EXPECT_TRUE(runUntil(*loop_, [this] { return !replies_.empty(); }));
+    EXPECT_EQ(replies_.size(), 1U);
+    return replies_.empty() ? Reply("no reply") : replies_.front();
+  }
+
+  std::vector<Reply> replies_;
+  std::vector<std::thread::id> repliedOn_;
+};
+
+TEST_F(BusXpcTest, CarriesMessagesAndRepliesAsTheyAre) {
+  const Daemon daemon(bus_.address());
+  BusXpc xpc(connect());
+  const Dictionary cases[] = {
+      {}, {{"yes", true}, {"one", 1}, {"text", "1"}, {"array", Array{true, 1, "1", Dictionary()}}}};
+  for (const Dictionary& message : cases)
+    EXPECT_EQ(ask(xpc, message), Reply(message));
+}
+
+TEST_F(BusXpcTest, RepliesNoneForADaemonThatFails) {
+  BusXpc xpc(connect());
+  EXPECT_EQ(ask(xpc, {}), std::nullopt) << "absent";
+  const Daemon daemon(bus_.address());
+  for (const char* what : {"nothing", "throw", "keep", "unsendable"})
+    EXPECT_EQ(ask(xpc, {{"do", what}}), std::nullopt) << what;
+  EXPECT_EQ(ask(xpc, {{"do", "twice"}}), Reply(Dictionary{{"reply", 1}}));
+  EXPECT_EQ(ask(xpc, {{"text", "\xFF"}}), std::nullopt) << "cannot be sent";
+  EXPECT_EQ(ask(xpc, {{"do", "die"}}), std::nullopt);
+  EXPECT_EQ(ask(xpc, {}), std::nullopt) << "has died";
+}
+
+TEST_F(BusXpcTest, RepliesNoneForADaemonThatHangsAndBlocksNobody) {
+  Daemon daemon(bus_.address());
+  BusXpc xpc(connect(shortTimeout));
+  send(xpc, {{"do", "stop"}});
+  bool isRun = false;
+  loop_->async([&] { isRun = replies_.empty(); });
+  ASSERT_TRUE(runUntil(*loop_, [this] { return !replies_.empty(); }));
+  EXPECT_THAT(replies_, ElementsAre(std::nullopt));
+  EXPECT_TRUE(isRun);
+}
+
+TEST_F(BusXpcTest, RepliesNoneForWhatIsNoDictionary) {
+  const RawResponder::React reactions[] = {
+      replyWith([](sd_bus_message*) {}),
+      replyWith([](sd_bus_message* m) { sd_bus_message_append(m, "x", std::int64_t{1}); }),
+      replyWith([](sd_bus_message* m) { sd_bus_message_append(m, "aa{sv}", 0); }),
+      replyWith([](sd_bus_message* m) { sd_bus_message_append(m, "aa{sv}", 1, 1, "k", "u", 1u); }),
+      replyWith([](sd_bus_message* m) {
+        sd_bus_message_append(m, "aa{sv}", 1, 1, "k", "s",
+                              std::string(maximumUserInfoSize, 'x').c_str());
+      }),
+      [](sd_bus_message* m) { sd_bus_reply_method_errorf(m, "org.example.Error", "planned"); },
+  };
+  BusXpc xpc(connect());
+  for (const auto& react : reactions) {
+    const RawResponder daemon(bus_.address(), react, busName);
+    ASSERT_EQ(daemon.said(), "ready");
+    EXPECT_EQ(ask(xpc, {}), std::nullopt);
+  }
+}
+
+TEST_F(BusXpcTest, GivesEachAskerItsOwnReplyWhateverTheirOrder) {
+  const RawResponder daemon(
+      bus_.address(),
+      [](sd_bus_message* question) {
+        static sd_bus_message* first = nullptr;
+        if (!first) {
+          first = sd_bus_message_ref(question);
+          return;
+        }
+        sd_bus_reply_method_return(question, "aa{sv}", 1, 1, "number", "x", std::int64_t{2});
+        sd_bus_reply_method_return(first, "aa{sv}", 1, 1, "number", "x", std::int64_t{1});
+      },
+      busName);
+  BusXpc xpc(connect());
+  const auto connection = xpc.createMachServiceConnection(service);
+  connection->resume();
+  std::vector<std::pair<int, Reply>> heard;
+  for (const int asker : {1, 2})
+    connection->sendMessageWithReply(
+        {}, [&heard, asker](const Reply& reply) { heard.emplace_back(asker, reply); });
+  ASSERT_TRUE(runUntil(*loop_, [&] { return heard.size() == 2; }));
+  EXPECT_THAT(heard, ElementsAre(std::pair(2, Reply(Dictionary{{"number", 2}})),
+                                 std::pair(1, Reply(Dictionary{{"number", 1}}))));
+}
+
+TEST_F(BusXpcTest, RepliesOnTheLoopsThreadToEveryThread) {
+  const Daemon daemon(bus_.address());
+  BusXpc xpc(connect());
+  std::jthread([&] { send(xpc, {{"asked", "elsewhere"}}); }).join();
+  ASSERT_TRUE(runUntil(*loop_, [this] { return !replies_.empty(); }));
+  EXPECT_THAT(replies_, ElementsAre(Reply(Dictionary{{"asked", "elsewhere"}})));
+  EXPECT_THAT(repliedOn_, ElementsAre(std::this_thread::get_id()));
+}
+
+TEST_F(BusXpcTest, AsksAServiceOfItsOwnProcess) {
+  const std::shared_ptr<BusConnection> connection = connect();
+  serveMachService(*connection, service, behave);
+  BusXpc xpc(connection);
+  EXPECT_EQ(ask(xpc, {{"k", 1}}), Reply(Dictionary{{"k", 1}}));
+  EXPECT_EQ(ask(xpc, {{"do", "throw"}}), std::nullopt);
+}
+
+TEST_F(BusXpcTest, RepliesNoneWhenTheBusEndsAndThenConnectsNoMore) {
+  const Daemon daemon(bus_.address());
+  const std::shared_ptr<BusConnection> connection = connect();
+  BusXpc xpc(connection);
+  send(xpc, {{"do", "stop"}});
+  kill(bus_.daemon(), SIGKILL);
+  EXPECT_EQ(connection->request(busName, service, "notices the end first", {}), std::nullopt);
+  ASSERT_TRUE(runUntil(*loop_, [this] { return !replies_.empty() && !losses_.empty(); }));
+  EXPECT_THAT(replies_, ElementsAre(std::nullopt));
+  EXPECT_EQ(xpc.createMachServiceConnection(service), nullptr);
+  EXPECT_EQ(xpc.connectToAudioControl(service, privilegedConnection), nullptr);
+}
+
+TEST_F(BusXpcTest, HearsOnlyTapsThatMakeSenseOnAnOpenConnection) {
+  const std::shared_ptr<BusConnection> served = connect();
+  std::vector<double> taps;
+  serveAudioControl(*served, service, [&](double intensity) { taps.push_back(intensity); });
+  const std::shared_ptr<BusConnection> asker = connect();
+  BusXpc xpc(asker);
+  const auto control = xpc.connectToAudioControl(service, privilegedConnection);
+  control->setHapticIntensity(0.1);
+  control->resume();
+  for (const double intensity : {1.0, -1.0, 2.0, 0.5})
+    control->setHapticIntensity(intensity);
+  control->invalidate();
+  control->setHapticIntensity(0.2);
+  int refused = 0;
+  const UserInfo wrongs[] = {std::nullopt, Dictionary(), Dictionary{{"intensity", 1}},
+                             Dictionary{{"intensity", "1"}}};
+  for (const UserInfo& wrong : wrongs)
+    asker->requestAsync(busName, service, protocol::hapticIntensityMessage, wrong,
+                        [&](const UserInfo&) { ++refused; });
+  asker->requestAsync(busName, service, "other", Dictionary{{"intensity", 0.3}},
+                      [&](const UserInfo&) { ++refused; });
+  ASSERT_TRUE(runUntil(*loop_, [&] { return refused == 5; }));
+  EXPECT_THAT(taps, ElementsAre(1.0, 0.5));
+}
+
+TEST_F(BusXpcTest, SendsNothingOnAConnectionThatIsNotResumed) {
+  const Daemon daemon(bus_.address());
+  BusXpc xpc(connect());
+  const auto connection = xpc.createMachServiceConnection(service);
+  connection->sendMessageWithReply({}, [this](const Reply& reply) { replies_.push_back(reply); });
+  EXPECT_EQ(ask(xpc, {{"later", true}}), Reply(Dictionary{{"later", true}}));
+}
+
+}  // namespace
+}  // namespace sentrel::bus
