@@ -1,10 +1,10 @@
-#include <charconv>
 #include <cstdio>
 #include <filesystem>
 #include <limits>
 
 #include "device/storage/PlistFiles.h"
 #include "programs/common/CommandLine.h"
+#include "programs/common/SettingsValue.h"
 #include "programs/sentrelctl/Command.h"
 #include "programs/sentrelctl/SettingsFile.h"
 #include "sentrel/bridge/Notifications.h"
@@ -19,47 +19,6 @@ using programs::ProgramError;
 using programs::UsageError;
 
 constexpr std::size_t anyNumber = std::numeric_limits<std::size_t>::max();
-
-template <class Number>
-Number numberOf(const std::string& text, const char* kind) {
-  Number number{};
-  const char* end = text.data() + text.size();
-  const auto result = std::from_chars(text.data(), end, number);
-  if (result.ec != std::errc() || result.ptr != end)
-    throw UsageError("\"" + text + "\" is not " + kind);
-  return number;
-}
-
-bool flagOf(const std::string& text) {
-  for (const char* yes : {"YES", "yes", "true", "1"})
-    if (text == yes) return true;
-  for (const char* no : {"NO", "no", "false", "0"})
-    if (text == no) return false;
-  throw UsageError("\"" + text + "\" is neither YES nor NO");
-}
-
-const std::string& singleOf(const Arguments& values) {
-  if (values.size() != 1) throw UsageError("expected exactly one VALUE");
-  return values.front();
-}
-
-PropertyList parseValue(SettingsType type, const Arguments& values) {
-  switch (type) {
-    case SettingsType::boolean:
-      return flagOf(singleOf(values));
-    case SettingsType::real:
-      return numberOf<double>(singleOf(values), "a number");
-    case SettingsType::integer:
-      return numberOf<std::int64_t>(singleOf(values), "a whole number");
-    case SettingsType::string:
-      return singleOf(values);
-    case SettingsType::stringArray:
-      return PropertyList::Array(values.begin(), values.end());
-    case SettingsType::folderArray:
-      break;
-  }
-  throw UsageError("folder records are not set by hand");
-}
 
 ExitCode create(const Context& context, const Arguments&) {
   const std::string path(settingsFilePath);
@@ -91,7 +50,7 @@ ExitCode get(const Context& context, const Arguments& arguments) {
 ExitCode set(const Context& context, const Arguments& arguments) {
   const SettingsKey& key = requireKey(arguments[0]);
   const Arguments values(arguments.begin() + 1, arguments.end());
-  changeSetting(context, key.name, parseValue(key.type, values));
+  changeSetting(context, key.name, programs::parseSettingsValue(key.type, values));
   return programs::exitDone;
 }
 
