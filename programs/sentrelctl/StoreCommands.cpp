@@ -7,6 +7,8 @@
 #include "programs/common/SettingsValue.h"
 #include "programs/sentrelctl/Command.h"
 #include "programs/sentrelctl/SettingsFile.h"
+#include "sentrel/bridge/Notifications.h"
+#include "sentrel/bridge/SNUtils.h"
 #include "sentrel/settings/SNSettings.h"
 
 namespace sentrel::sentrelctl {
@@ -27,6 +29,7 @@ ExitCode create(const Context& context, const Arguments&) {
   std::filesystem::create_directories(std::filesystem::path(*hostPath).parent_path());
   storage::PlistFiles files(context.root);
   if (!files.writeDictionary(path, {})) throw ProgramError("could not write " + *hostPath);
+  SNUtils::postDarwinNotification(notifications::settingsChanged);
   return programs::exitDone;
 }
 
@@ -51,6 +54,11 @@ ExitCode set(const Context& context, const Arguments& arguments) {
   return programs::exitDone;
 }
 
+/// Whether it is one of a switch's two states, so that there is another one.
+bool isOffOrOn(const PropertyList& value) {
+  return value.isNumber() && (value.doubleValue() == 0 || value.doubleValue() == 1);
+}
+
 ExitCode toggle(const Context& context, const Arguments& arguments) {
   const SettingsKey& key = requireKey(arguments[0]);
   if (key.type != SettingsType::boolean)
@@ -58,10 +66,11 @@ ExitCode toggle(const Context& context, const Arguments& arguments) {
   readSettingsFile(context);
   SNSettings& settings = SNSettings::sharedSettings();
   const auto before = settings.valueForKey(key.name);
+  if (!before || !isOffOrOn(*before))
+    throw ProgramError(arguments[0] + " holds no YES or NO that could be toggled; use set");
   settings.toggleValue(key.name);
   const auto after = settings.valueForKey(key.name);
-  if (!after || after == before)
-    throw ProgramError(arguments[0] + " holds no YES or NO that could be toggled; use set");
+  requireWritten(after && after != before);
   std::printf("%s\n", after->boolValue() ? "YES" : "NO");
   return programs::exitDone;
 }

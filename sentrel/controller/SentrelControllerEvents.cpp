@@ -140,6 +140,8 @@ void SentrelController::takeWatchAnswer(RequestNumber request, const PropertyLis
   // The request that asked may be over, and another in progress.
   if (!isInProgress(request) || !watchAllowsUnlock(answer)) return;
   vibrateAppleWatch(oneTap);
+  // Another event may have restarted it while the watch was asked.
+  SNTouchIDManager::sharedManager()->stopManager();
   setJustAuthenticated(true);
   invokeCustomInvocation();
   if (SNUtils::canUseAlertView()) {
@@ -171,9 +173,10 @@ void SentrelController::scheduleGlyphReset() {
                              }));
 }
 
-/// The sensor is held only for a prompt that is on screen.
+/// The sensor is held only for a prompt that is on screen. One whose request is over goes on the
+/// next turn, and nobody would stop the sensor after it.
 void SentrelController::restartIfShowing() {
-  if (isAlertShowing()) SNTouchIDManager::sharedManager()->startManager();
+  if (completionBlock_ && isAlertShowing()) SNTouchIDManager::sharedManager()->startManager();
 }
 
 }  // namespace sentrel

@@ -44,6 +44,7 @@ std::optional<double> LinearSystem::value(std::size_t unknown) {
 /// Works through what the definition hangs on from the far end, without recursion: chains may be as
 /// long as there are views.
 void LinearSystem::shorten(std::size_t unknown) {
+  if (isShort(unknown)) return;
   std::vector<std::size_t> pending{unknown};
   while (!pending.empty()) {
     const std::size_t each = pending.back();

@@ -190,11 +190,4 @@ std::optional<CGSize> UIView::intrinsicContentSize(double /*maxWidth*/) const {
   return std::nullopt;
 }
 
-void UIView::setAssociatedObject(const std::string& key, std::shared_ptr<void> value) {
-  if (value)
-    associated_.insert_or_assign(key, std::move(value));
-  else
-    associated_.erase(key);
-}
-
 }  // namespace sentrel

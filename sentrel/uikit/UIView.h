@@ -2,13 +2,12 @@
 
 #include <cstdint>
 #include <functional>
-#include <map>
 #include <memory>
 #include <optional>
-#include <string>
 #include <string_view>
 #include <vector>
 
+#include "sentrel/platform/AssociatedObjects.h"
 #include "sentrel/platform/Export.h"
 #include "sentrel/platform/Geometry.h"
 #include "sentrel/platform/Seconds.h"
@@ -35,7 +34,7 @@ enum UIViewAutoresizing : unsigned {
 /// Made by std::make_shared and retained by its superview. A constructor may add subviews, but not
 /// use what needs a shared_ptr to the view itself (constraints, delegates): a subclass that does
 /// has a factory which finishes the work.
-class SENTREL_API UIView : public UIResponder {
+class SENTREL_API UIView : public UIResponder, public AssociatedObjects {
  public:
   explicit UIView(const CGRect& frame = {}, const UIClass& uiClass = staticClass());
   ~UIView() override;
@@ -140,17 +139,6 @@ class SENTREL_API UIView : public UIResponder {
   /// asks for one.
   virtual std::optional<CGSize> intrinsicContentSize(double maxWidth) const;
 
-  // --- Associated values -------------------------------------------------------------------
-
-  /// Keeps `value` under `key` for as long as the view lives; null removes it.
-  void setAssociatedObject(const std::string& key, std::shared_ptr<void> value);
-  /// Null where there is none. `T` is the type that the value was stored as.
-  template <class T>
-  std::shared_ptr<T> associatedObject(std::string_view key) const {
-    const auto value = associated_.find(key);
-    return value == associated_.end() ? nullptr : std::static_pointer_cast<T>(value->second);
-  }
-
   // --- Animation ---------------------------------------------------------------------------
 
   using Animations = std::function<void()>;
@@ -185,7 +173,6 @@ class SENTREL_API UIView : public UIResponder {
   UIView* superview_ = nullptr;
   std::vector<std::shared_ptr<UIView>> subviews_;
   std::vector<std::shared_ptr<NSLayoutConstraint>> constraints_;
-  std::map<std::string, std::shared_ptr<void>, std::less<>> associated_;
 
   /// The corner of the view as it lies without its transform.
   CGPoint origin_;

@@ -34,6 +34,14 @@ void UIWindow::setRootViewController(std::shared_ptr<UIViewController> controlle
   addSubview(view);
 }
 
+void UIWindow::setKeptByApplication(bool value) {
+  const auto application = application_.lock();
+  if (!application) return;
+  const auto self = std::static_pointer_cast<UIWindow>(shared_from_this());
+  std::erase(application->keptWindows_, self);
+  if (value) application->keptWindows_.push_back(self);
+}
+
 void UIWindow::makeKeyWindow() {
   if (const auto application = application_.lock())
     application->setKeyWindow(std::static_pointer_cast<UIWindow>(shared_from_this()));

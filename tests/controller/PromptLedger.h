@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <optional>
@@ -12,12 +13,10 @@ namespace sentrel {
 /// What may become of requests, kept by whoever watches from outside: who asked, who proved to be
 /// the owner and when, and how each request ended. It knows nothing of how prompts work.
 ///
-/// A replaced request never ends. A match that the glyph is showing ends the request in progress
-/// when the glyph is done, also one that began after it.
+/// A replaced request never ends. A proof that takes effect later, such as a match that the glyph
+/// is still showing, holds for the request in progress then, also for one that began after it.
 class PromptLedger {
  public:
-  explicit PromptLedger(double glyphSeconds) : glyphSeconds_(glyphSeconds) {}
-
   /// Answers the request's number. It begins on the next turn.
   std::size_t ask() {
     requests_.emplace_back();
@@ -27,11 +26,16 @@ class PromptLedger {
   /// A turn is over: what was asked before has begun, and has taken over.
   void turnIsOver() { begun_ = requests_.size(); }
 
-  // What proves the owner. The last two prove it for the request in progress alone.
-  void matchAt(double now) { matches_.push_back(now); }
-  void passcodeTyped() { proven_.insert(current()); }
+  /// The owner is proven to whoever is in progress at `moment`.
+  void provenAt(double moment) { proofs_.push_back(moment); }
+
+  // The watch stands in for the owner in the request alone that had it asked.
   void watchAsked() { watchAskedFor_ = isInProgress(current()) ? current() : none; }
-  void watchAgrees() { proven_.insert(watchAskedFor_); }
+  void watchAgrees() { agreedOn_.insert(watchAskedFor_); }
+
+  // What may fail a request: its own Cancel button, or what fails whatever is in progress then.
+  void mayBeCancelled(std::size_t request) { cancelled_.insert(request); }
+  void mayFailAt(double moment) { failures_.push_back(moment); }
 
   void end(std::size_t request, bool authenticated, bool allowed, double now) {
     Request& ended = requests_.at(request);
@@ -39,6 +43,7 @@ class PromptLedger {
     if (authenticated != allowed) complain("the two flags of an outcome differ");
     if (begun_ > 0 && request + 1 < begun_) complain("a request ended that had been replaced");
     if (authenticated && !isProven(request, now)) complain("a request succeeded without proof");
+    if (!authenticated && !mayFail(request, now)) complain("a request failed without a cause");
     ended.succeeded |= authenticated;
   }
 
@@ -72,17 +77,24 @@ class PromptLedger {
   };
 
   bool isProven(std::size_t request, double now) const {
-    if (proven_.contains(request)) return true;
-    for (const double match : matches_)
-      if (std::abs(match + glyphSeconds_ - now) < 1e-6) return true;
-    return false;
+    return agreedOn_.contains(request) || contains(proofs_, now);
   }
 
-  double glyphSeconds_;
+  bool mayFail(std::size_t request, double now) const {
+    return cancelled_.contains(request) || contains(failures_, now);
+  }
+
+  static bool contains(const std::vector<double>& moments, double now) {
+    return std::ranges::any_of(moments,
+                               [now](double moment) { return std::abs(moment - now) < 1e-6; });
+  }
+
   std::vector<Request> requests_;
   std::size_t begun_ = 0;
-  std::vector<double> matches_;
-  std::set<std::size_t> proven_;
+  std::vector<double> proofs_;
+  std::set<std::size_t> cancelled_;
+  std::vector<double> failures_;
+  std::set<std::size_t> agreedOn_;
   std::size_t watchAskedFor_ = none;
   std::optional<std::string> complaint_;
 };

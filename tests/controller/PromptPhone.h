@@ -1,7 +1,7 @@
 #pragma once
 
 #include <array>
-#include <chrono>
+#include <map>
 #include <memory>
 #include <string>
 #include <utility>
@@ -49,13 +49,13 @@ class PromptPhone {
   /// Lives through `order` and what comes of it; answers the first thing that must never happen.
   std::optional<std::string> live(const PromptOrder& order) {
     Process::Scope inside(springBoard_->process());
-    ledger_ =
-        PromptLedger(kind_.isLegacy ? 0.1 : PKGlyphViewClass().stateAnimationDuration.count());
+    ledger_ = PromptLedger();
+    askers_.clear();
     const auto sessionsBefore = controller().unlockSessionCache();
     watchAnswers_ = 0;
     for (const Happening& happening : order) {
       happen(happening);
-      if (happening.kind == Happening::Kind::wait) pass(happening.number / 100.0);
+      if (happening.kind == Happening::Kind::wait) pass(static_cast<double>(happening.number) / 100);
     }
     comeToRest();
     std::set<std::string> recorded;
@@ -69,7 +69,6 @@ class PromptPhone {
 
  private:
   using Kind = Happening::Kind;
-  using Clock = std::chrono::duration<double>;
 
   class Owner final : public BiometricObserver {
    public:
@@ -137,13 +136,15 @@ class PromptPhone {
   /// What the sensor reports reaches whoever listens within the turn.
   void sense(std::int64_t event) {
     pass(0);
-    if (event == 3 && isHeld() && !isInPasscodeMode()) ledger_.matchAt(now());
+    if (event == 3 && isHeld() && !isInPasscodeMode()) ledger_.provenAt(now() + glyphSeconds());
+    if (event == 6) ledger_.mayFailAt(now() + glyphSeconds());
     device_.sensor().emit(event);
     pass(0);
   }
 
   void hearLate(std::int64_t event) {
-    if (event == 3 && !isInPasscodeMode()) ledger_.matchAt(now());
+    if (event == 3 && !isInPasscodeMode()) ledger_.provenAt(now() + glyphSeconds());
+    if (event == 6) ledger_.mayFailAt(now() + glyphSeconds());
     controller().biometricKitInterfaceHandleEvent(nullptr, event);
   }
 
@@ -155,6 +156,8 @@ class PromptPhone {
   }
 
   void tapCancel() {
+    if (const auto asker = askers_.find(promptOnScreen()); asker != askers_.end())
+      ledger_.mayBeCancelled(asker->second);
     if (const auto alert = presentedAlert())
       tapAction(*alert, UIAlertActionStyle::cancel);
     else if (const auto legacy = shownLegacyAlert())
@@ -168,7 +171,7 @@ class PromptPhone {
 
   void typeDigits(std::string_view digits) {
     if (!focusedField()) return;
-    if (digits == passcode && controller().isAlertShowing()) ledger_.passcodeTyped();
+    if (digits == passcode) ledger_.provenAt(now() + passcodeSeconds);
     for (const char digit : digits)
       if (const auto field = focusedField()) field->insertText(std::string(1, digit));
   }
@@ -177,6 +180,7 @@ class PromptPhone {
   template <class Action>
   void interrupt(Action action) {
     const bool wasShowing = controller().isAlertShowing();
+    ledger_.mayFailAt(now());
     action();
     if (wasShowing && controller().completionBlock())
       ledger_.complain("a prompt outlived a lock or a dimmed screen");
@@ -215,6 +219,7 @@ class PromptPhone {
       if (window->rootViewController()->presentedViewController()) ++prompts;
     if (kind_.isLegacy && prompts > 0) ledger_.complain("a prompt of the wrong kind is on screen");
     if (kind_.isLegacy && shownLegacyAlert()) ++prompts;
+    if (prompts > 0) askers_.emplace(promptOnScreen(), ledger_.current());
     if (prompts > 1) ledger_.complain("two prompts are on screen");
     if (prompts > 0 && !controller().completionBlock())
       ledger_.complain("a prompt is on screen that nobody owns");
@@ -269,6 +274,11 @@ class PromptPhone {
     return alert && alert->isVisible() ? alert : nullptr;
   }
 
+  std::shared_ptr<UIResponder> promptOnScreen() {
+    if (const auto alert = presentedAlert()) return alert;
+    return shownLegacyAlert();
+  }
+
   std::string keyOf(std::size_t request) const {
     return "life " + std::to_string(lives_) + ", " + PromptLedger::key(request);
   }
@@ -280,11 +290,18 @@ class PromptPhone {
     return keys;
   }
 
+  /// How long the glyph takes to show an event, before anything follows from it.
+  double glyphSeconds() const {
+    return kind_.isLegacy ? 0.1 : PKGlyphViewClass().stateAnimationDuration.count();
+  }
+
   static SentrelController& controller() { return SentrelController::sharedInstance(); }
   Platform& platform() { return springBoard_->process().platform(); }
   double now() { return device_.time().now().time_since_epoch().count(); }
 
   static constexpr const char* passcode = "135790";
+  /// How long the row shows the last digit before the passcode is looked at.
+  static constexpr double passcodeSeconds = 0.15;
 
   PromptPhoneKind kind_;
   simulated::SimulatedDevice device_;
@@ -292,7 +309,9 @@ class PromptPhone {
   std::unique_ptr<simulated::SimulatedProcess> springBoard_;
   std::unique_ptr<simulated::SimulatedProcess> daemon_;
   std::array<std::shared_ptr<UIWindow>, 2> windows_;
-  PromptLedger ledger_{0};
+  PromptLedger ledger_;
+  /// Which request each prompt was first seen for.
+  std::map<std::weak_ptr<UIResponder>, std::size_t, std::owner_less<>> askers_;
   std::int64_t watchAnswers_ = 0;
   std::size_t lives_ = 0;
 };

@@ -171,5 +171,37 @@ TEST_F(UITextFieldTest, SecureTextIsABulletACharacter) {
   EXPECT_EQ(field_->displayedText(), "••");
 }
 
+/// Says which texts it could have kept.
+class KeepingTexts final : public TextMeasuring {
+ public:
+  CGSize sizeOfText(std::string_view text, const Font&, double) const override {
+    kept += std::string(text) + ".";
+    return {10, 10};
+  }
+  CGSize sizeOfSecretText(std::string_view, const Font&, double) const override { return {20, 10}; }
+
+  mutable std::string kept;
+};
+
+TEST_F(UITextFieldTest, WhatIsTypedIsMeasuredButNotKept) {
+  const auto measuring = std::make_shared<KeepingTexts>();
+  process_->process().platform().textMeasuring = measuring;
+  const auto width = [this] { return field_->intrinsicContentSize(100)->width; };
+  field_->setText("none");
+  EXPECT_EQ(width(), 10);
+  field_->setText("");
+  field_->becomeFirstResponder();
+  for (const char* digit : {"4", "7"}) {
+    field_->insertText(digit);
+    EXPECT_EQ(width(), 20);
+  }
+  field_->deleteBackward();
+  EXPECT_EQ(field_->text(), "4");
+  EXPECT_EQ(width(), 20);
+  EXPECT_EQ(measuring->kept.find_first_of("47"), std::string::npos) << measuring->kept;
+  field_->setText("none");
+  EXPECT_EQ(width(), 10);
+}
+
 }  // namespace
 }  // namespace sentrel
