@@ -28,7 +28,8 @@ std::optional<std::string> DeviceRoot::hostPath(const std::string& devicePath) c
   if (climbs(devicePath)) return std::nullopt;
   std::string path;
   path.reserve(folder_.size() + devicePath.size());
-  return path.append(folder_).append(devicePath);
+  path.append(folder_).append(devicePath);
+  return path;
 }
 
 }  // namespace sentrel::storage
