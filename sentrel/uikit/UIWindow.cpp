@@ -16,7 +16,11 @@ UIWindow::UIWindow(const CGRect& frame, const UIClass& uiClass) : UIView(frame, 
 }
 
 UIWindow::~UIWindow() {
-  if (const auto application = application_.lock()) std::erase(application->windows_, this);
+  const auto application = application_.lock();
+  if (!application) return;
+  std::erase(application->windows_, this);
+  // Its views may live on. Nothing is posted: the process may be going too.
+  if (containsFirstResponder(*application)) application->setFirstResponder(nullptr);
 }
 
 const UIClass& UIWindow::staticClass() {
