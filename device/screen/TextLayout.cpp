@@ -28,8 +28,9 @@ void limit(PangoLayout* layout, const TextLayout::Limits& limits) {
 /// Pango swaps left and right where a text begins in a script that runs from right to left; a view
 /// means the sides that it says.
 PangoAlignment sides(PangoLayout* layout, PangoAlignment wanted) {
-  const bool swapped = pango_layout_get_direction(layout, 0) == PANGO_DIRECTION_RTL;
-  if (!swapped || wanted == PANGO_ALIGN_CENTER) return wanted;
+  // To be asked for the direction, Pango breaks the lines.
+  if (wanted == PANGO_ALIGN_CENTER) return wanted;
+  if (pango_layout_get_direction(layout, 0) != PANGO_DIRECTION_RTL) return wanted;
   return wanted == PANGO_ALIGN_LEFT ? PANGO_ALIGN_RIGHT : PANGO_ALIGN_LEFT;
 }
 

@@ -71,7 +71,6 @@ void SimulatedDevice::addCommonParts(Platform& platform) const {
   platform.systemLog = systemLog_;
   platform.libraries = libraries_;
   platform.spawner = std::make_shared<SimulatedSpawner>(journal_);
-  platform.localAuthentication = makeLocalAuthentication(sensor_, timeline_);
   platform.audioServices = audioServices_;
   platform.screen = screen_;
   platform.textMeasuring = std::make_shared<FixedTextMeasuring>();

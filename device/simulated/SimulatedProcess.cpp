@@ -25,6 +25,7 @@ SimulatedProcess::SimulatedProcess(SimulatedDevice& device, const std::string& b
   platform.mainBundle = mainBundle_;
   platform.mainQueue = queue;
   platform.operationQueues = std::make_shared<SimulatedOperationQueues>(queue);
+  platform.localAuthentication = makeLocalAuthentication(device.sharedSensor(), queue);
   platform.darwinCenter = center(device.darwin_, Payload::dropped);
   platform.distributedCenter = center(device.distributed_, Payload::carried);
   platform.localCenter = center(std::make_shared<NotificationHub>(), Payload::carried);

@@ -76,8 +76,8 @@ class DeviceManager final : public BKDeviceManager {
 
 class Context final : public LAContext {
  public:
-  Context(SharedSensor sensor, std::shared_ptr<VirtualTimeline> timeline)
-      : sensor_(std::move(sensor)), timeline_(std::move(timeline)) {}
+  Context(SharedSensor sensor, std::weak_ptr<MainQueue> mainQueue)
+      : sensor_(std::move(sensor)), mainQueue_(std::move(mainQueue)) {}
 
   bool canEvaluateBiometricPolicy() override {
     return sensor_->isEnrolled && (sensor_->isTouchIDCapable || sensor_->isPearlIDCapable);
@@ -88,29 +88,31 @@ class Context final : public LAContext {
   void evaluateBiometricPolicy(const std::string& localizedReason, Reply reply) override {
     sensor_->note("ask the owner: " + localizedReason + ", fallback \"" +
                   fallbackTitle_.value_or("Enter Password") + "\"");
-    timeline_->after(Seconds(0), [sensor = sensor_, reply = std::move(reply)] {
+    const auto queue = mainQueue_.lock();
+    if (!queue) return;
+    queue->async([sensor = sensor_, reply = std::move(reply)] {
       reply(!sensor->evaluationError, sensor->evaluationError);
     });
   }
 
  private:
   SharedSensor sensor_;
-  std::shared_ptr<VirtualTimeline> timeline_;
+  std::weak_ptr<MainQueue> mainQueue_;
   std::optional<std::string> fallbackTitle_;
 };
 
 class Authentication final : public LocalAuthentication {
  public:
-  Authentication(SharedSensor sensor, std::shared_ptr<VirtualTimeline> timeline)
-      : sensor_(std::move(sensor)), timeline_(std::move(timeline)) {}
+  Authentication(SharedSensor sensor, std::weak_ptr<MainQueue> mainQueue)
+      : sensor_(std::move(sensor)), mainQueue_(std::move(mainQueue)) {}
 
   std::shared_ptr<LAContext> makeContext() override {
-    return std::make_shared<Context>(sensor_, timeline_);
+    return std::make_shared<Context>(sensor_, mainQueue_);
   }
 
  private:
   SharedSensor sensor_;
-  std::shared_ptr<VirtualTimeline> timeline_;
+  std::weak_ptr<MainQueue> mainQueue_;
 };
 
 }  // namespace
@@ -160,8 +162,8 @@ std::shared_ptr<BKDeviceManager> makeDeviceManager(const SharedSensor& sensor) {
 }
 
 std::shared_ptr<LocalAuthentication> makeLocalAuthentication(
-    const SharedSensor& sensor, const std::shared_ptr<VirtualTimeline>& timeline) {
-  return std::make_shared<Authentication>(sensor, timeline);
+    const SharedSensor& sensor, const std::weak_ptr<MainQueue>& mainQueue) {
+  return std::make_shared<Authentication>(sensor, mainQueue);
 }
 
 }  // namespace sentrel::simulated

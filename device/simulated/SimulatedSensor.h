@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "device/simulated/Journal.h"
-#include "device/simulated/VirtualTimeline.h"
 #include "sentrel/platform/Biometrics.h"
 #include "sentrel/platform/LocalAuthentication.h"
 #include "sentrel/platform/MainQueue.h"
@@ -78,7 +77,9 @@ class SimulatedSensor {
 using SharedSensor = std::shared_ptr<SimulatedSensor>;
 
 std::shared_ptr<BKDeviceManager> makeDeviceManager(const SharedSensor& sensor);
+
+/// The contexts' replies run on the main queue.
 std::shared_ptr<LocalAuthentication> makeLocalAuthentication(
-    const SharedSensor& sensor, const std::shared_ptr<VirtualTimeline>& timeline);
+    const SharedSensor& sensor, const std::weak_ptr<MainQueue>& mainQueue);
 
 }  // namespace sentrel::simulated

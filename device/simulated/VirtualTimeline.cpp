@@ -25,6 +25,14 @@ void VirtualTimeline::advance(Seconds time) {
   now_ = end;
 }
 
+bool VirtualTimeline::runNextMoment(WallTime latest) {
+  if (blocks_.empty() || blocks_.begin()->first.first > latest) return false;
+  const WallTime moment = std::max(now_, blocks_.begin()->first.first);
+  while (!blocks_.empty() && blocks_.begin()->first.first <= moment)
+    runFirst();
+  return true;
+}
+
 void VirtualTimeline::runUntilIdle() {
   while (!blocks_.empty())
     runFirst();

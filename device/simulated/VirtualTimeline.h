@@ -31,6 +31,10 @@ class VirtualTimeline final : public Clock {
   /// Runs everything that falls due within `time`, in order, and ends that much later.
   void advance(Seconds time);
 
+  /// Goes to the next moment at which anything is due and runs what is due then. Does nothing, and
+  /// returns false, where that is later than `latest`.
+  bool runNextMoment(WallTime latest);
+
   /// Runs until nothing is left, however far away it is.
   void runUntilIdle();
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <filesystem>
+#include <sys/stat.h>
+
 #include <string>
-#include <system_error>
 #include <utility>
 
 #include "device/storage/DeviceRoot.h"
@@ -18,8 +18,8 @@ class RootedFiles final : public FileSystem {
   /// A link counts as what it leads to, so one that leads nowhere is not there.
   bool fileExists(const std::string& path) const override {
     const auto hostPath = root_.hostPath(path);
-    std::error_code error;
-    return hostPath && std::filesystem::exists(*hostPath, error);
+    struct stat status {};
+    return hostPath && ::stat(hostPath->c_str(), &status) == 0;
   }
 
  private:

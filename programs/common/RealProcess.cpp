@@ -57,6 +57,7 @@ void RealProcess::addRealParts(Platform& platform, const std::string& root) cons
   platform.clock = std::make_shared<bus::SystemClock>();
   platform.mainQueue = loop_;
   platform.operationQueues = std::make_shared<simulated::SimulatedOperationQueues>(loop_);
+  platform.localAuthentication = simulated::makeLocalAuthentication(device_.sharedSensor(), loop_);
   platform.files = std::make_shared<storage::RootedFiles>(deviceRoot);
   platform.propertyListFiles = std::make_shared<storage::PlistFiles>(deviceRoot);
   platform.darwinCenter = center(bus::BusNotificationKind::darwin);

@@ -1,5 +1,5 @@
+#include "programs/common/HomeScreen.h"
 #include "programs/gallery/Gallery.h"
-#include "programs/gallery/HomeScreen.h"
 #include "programs/gallery/Stage.h"
 #include "sentrel/effects/ProtectionOverlay.h"
 
@@ -47,7 +47,7 @@ UIAlertActions makeActions(const OverlayPicture& picture) {
   UIAlertActions actions;
   for (const char* title : picture.actions)
     actions.push_back(UIAlertAction::actionWithTitle(title, UIAlertActionStyle::standard, {}));
-  if (picture.hasIcon) actions.front()->setImage(makeIconImage(1));
+  if (picture.hasIcon) actions.front()->setImage(programs::makeIconImage(1));
   return actions;
 }
 

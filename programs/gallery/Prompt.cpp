@@ -1,6 +1,6 @@
 #include "programs/gallery/Prompt.h"
 
-#include "programs/gallery/NumberPad.h"
+#include "programs/common/NumberPad.h"
 #include "sentrel/authui/SNAlertController.h"
 #include "sentrel/authui/SNAlertView.h"
 #include "sentrel/authui/SNAuthenticationViewController.h"
@@ -73,7 +73,7 @@ void Prompt::typePasscode(const std::string& digits) {
       content().passcodeView()->passcodeTextField()->insertText(std::string(1, digit));
     // The system moves an alert out of the keyboard's way.
     const CGPoint center = alertView().center();
-    alertView().setCenter({center.x, center.y - numberPadHeight / 2});
+    alertView().setCenter({center.x, center.y - programs::numberPadHeight / 2});
   });
   stage_.showNumberPad();
 }

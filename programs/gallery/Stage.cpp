@@ -2,8 +2,8 @@
 
 #include "device/screen/Painter.h"
 #include "device/screen/PangoTextMeasuring.h"
-#include "programs/gallery/HomeScreen.h"
-#include "programs/gallery/NumberPad.h"
+#include "programs/common/HomeScreen.h"
+#include "programs/common/NumberPad.h"
 #include "sentrel/uikit/UIApplication.h"
 
 namespace sentrel::gallery {
@@ -19,7 +19,8 @@ Stage::Stage(const std::shared_ptr<const screen::PinnedFonts>& fonts, const Stag
   process_ = device_.launch("com.apple.springboard");
   process_->process().platform().textMeasuring =
       std::make_shared<screen::PangoTextMeasuring>(fonts_);
-  process_->run([this] { homeWindow_ = makeHomeScreen(options_.device.size, options_.style); });
+  process_->run(
+      [this] { homeWindow_ = programs::makeHomeScreen(options_.device.size, options_.style); });
 }
 
 Stage::~Stage() {
@@ -41,7 +42,7 @@ void Stage::setUpDevice() {
 }
 
 void Stage::showNumberPad() {
-  process_->run([this] { keyboardWindow_ = makeNumberPad(options_.device.size); });
+  process_->run([this] { keyboardWindow_ = programs::makeNumberPad(options_.device.size); });
 }
 
 screen::Canvas Stage::picture() {

@@ -45,10 +45,6 @@ ExitCode list() {
   return programs::exitDone;
 }
 
-void requireWritten(bool written) {
-  if (!written) throw ProgramError("the settings file could not be written; it is as it was");
-}
-
 ExitCode unprotect(const std::string& bundleIdentifier) {
   try {
     requireWritten(SNSettings::sharedSettings().removeFromFolders(folderOf(bundleIdentifier)));
@@ -63,8 +59,8 @@ ExitCode unprotect(const std::string& bundleIdentifier) {
 ExitCode folders(const Context& context, const Arguments& arguments) {
   const std::string& what = arguments[0];
   const bool hasApplication = arguments.size() == 2;
-  if (what == "list" && !hasApplication) return list();
   readSettingsFile(context);
+  if (what == "list" && !hasApplication) return list();
   SNSettings& settings = SNSettings::sharedSettings();
   if (what == "reset" && !hasApplication) {
     requireWritten(settings.resetAllFolders());

@@ -19,6 +19,11 @@ ExitCode list(const PropertyList::Array& names) {
   return programs::exitDone;
 }
 
+ExitCode listTrusted(const Context& context) {
+  readSettingsFile(context);
+  return list(SNSettings::sharedSettings().wifiNetworks());
+}
+
 ExitCode listKnown() {
   const auto known = SNWiFiManager::sharedManager().knownNetworks();
   if (!known) throw ProgramError("the home-screen process does not answer");
@@ -35,8 +40,7 @@ ExitCode showCurrent() {
 
 ExitCode trust(const Context& context, const std::string& name) {
   readSettingsFile(context);
-  if (!SNSettings::sharedSettings().addToWiFiNetwork(name))
-    throw ProgramError("the settings file could not be written; it is as it was");
+  requireWritten(SNSettings::sharedSettings().addToWiFiNetwork(name));
   return programs::exitDone;
 }
 
@@ -44,15 +48,14 @@ ExitCode distrust(const Context& context, const std::string& name) {
   readSettingsFile(context);
   SNSettings& settings = SNSettings::sharedSettings();
   if (!settings.hasWiFiNetwork(name)) return programs::exitNo;
-  if (!settings.removeFromWiFiNetwork(name))
-    throw ProgramError("the settings file could not be written; it is as it was");
+  requireWritten(settings.removeFromWiFiNetwork(name));
   return programs::exitDone;
 }
 
 ExitCode networks(const Context& context, const Arguments& arguments) {
   const std::string& what = arguments[0];
   const bool hasName = arguments.size() == 2;
-  if (what == "trusted" && !hasName) return list(SNSettings::sharedSettings().wifiNetworks());
+  if (what == "trusted" && !hasName) return listTrusted(context);
   if (what == "known" && !hasName) return listKnown();
   if (what == "current" && !hasName) return showCurrent();
   if (what == "trust" && hasName) return trust(context, arguments[1]);

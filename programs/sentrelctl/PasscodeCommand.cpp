@@ -1,4 +1,3 @@
-#include <termios.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -7,6 +6,7 @@
 #include "programs/common/CommandLine.h"
 #include "programs/sentrelctl/Command.h"
 #include "programs/sentrelctl/SettingsFile.h"
+#include "programs/sentrelctl/SilentTerminal.h"
 #include "sentrel/settings/SNSettings.h"
 
 namespace sentrel::sentrelctl {
@@ -45,29 +45,6 @@ class Secret {
   std::string text_;
 };
 
-/// Keeps a terminal from showing what is typed; nothing where standard input is none.
-class SilentTerminal {
- public:
-  SilentTerminal() : isTerminal_(isatty(STDIN_FILENO) && tcgetattr(STDIN_FILENO, &shown_) == 0) {
-    if (!isTerminal_) return;
-    termios hidden = shown_;
-    hidden.c_lflag &= ~static_cast<tcflag_t>(ECHO);
-    tcsetattr(STDIN_FILENO, TCSAFLUSH, &hidden);
-    std::fputs("passcode: ", stderr);
-  }
-  ~SilentTerminal() {
-    if (!isTerminal_) return;
-    tcsetattr(STDIN_FILENO, TCSAFLUSH, &shown_);
-    std::fputs("\n", stderr);
-  }
-  SilentTerminal(const SilentTerminal&) = delete;
-  SilentTerminal& operator=(const SilentTerminal&) = delete;
-
- private:
-  termios shown_{};
-  bool isTerminal_;
-};
-
 /// One line of standard input, read byte by byte so that no buffer keeps it.
 void readLine(Secret& line) {
   const SilentTerminal silent;
@@ -81,8 +58,12 @@ ExitCode setPasscode(const Context& context) {
   Secret passcode;
   readLine(passcode);
   if (passcode.text().empty()) throw UsageError("no passcode on standard input");
-  if (!SNSettings::sharedSettings().savePasscode(passcode.text()))
+  SNSettings& settings = SNSettings::sharedSettings();
+  if (!settings.savePasscode(passcode.text()))
     throw ProgramError("the passcode could not be stored; the old one, if any, is as it was");
+  // Where the cipher fails, what is written is a file without a passcode.
+  if (!settings.valueForKey(settings_keys::passcode))
+    throw ProgramError("the passcode could not be enciphered; none is stored now");
   return programs::exitDone;
 }
 

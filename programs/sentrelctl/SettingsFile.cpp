@@ -44,6 +44,10 @@ void changeSetting(const Context& context, std::string_view key,
                        ": could not be written with that value; it is as it was");
 }
 
+void requireWritten(bool written) {
+  if (!written) throw ProgramError("the settings file could not be written; it is as it was");
+}
+
 std::string shown(const PropertyList& value) {
   const auto* elements = value.as<PropertyList::Array>();
   if (!elements) return describe(value);

@@ -19,6 +19,9 @@ PropertyList::Dictionary readSettingsFile(const Context& context);
 /// Throws ProgramError with the reason when the file could not be changed.
 void changeSetting(const Context& context, std::string_view key, std::optional<PropertyList> value);
 
+/// Throws ProgramError where a writer of the library says that the file did not take it.
+void requireWritten(bool written);
+
 /// What a person would write for a value of one of the file's types.
 std::string shown(const PropertyList& value);
 

@@ -1,12 +1,14 @@
-#include <charconv>
 #include <cstdio>
 #include <filesystem>
 #include <limits>
 
 #include "device/storage/PlistFiles.h"
 #include "programs/common/CommandLine.h"
+#include "programs/common/SettingsValue.h"
 #include "programs/sentrelctl/Command.h"
 #include "programs/sentrelctl/SettingsFile.h"
+#include "sentrel/bridge/Notifications.h"
+#include "sentrel/bridge/SNUtils.h"
 #include "sentrel/settings/SNSettings.h"
 
 namespace sentrel::sentrelctl {
@@ -18,47 +20,6 @@ using programs::UsageError;
 
 constexpr std::size_t anyNumber = std::numeric_limits<std::size_t>::max();
 
-template <class Number>
-Number numberOf(const std::string& text, const char* kind) {
-  Number number{};
-  const char* end = text.data() + text.size();
-  const auto result = std::from_chars(text.data(), end, number);
-  if (result.ec != std::errc() || result.ptr != end)
-    throw UsageError("\"" + text + "\" is not " + kind);
-  return number;
-}
-
-bool flagOf(const std::string& text) {
-  for (const char* yes : {"YES", "yes", "true", "1"})
-    if (text == yes) return true;
-  for (const char* no : {"NO", "no", "false", "0"})
-    if (text == no) return false;
-  throw UsageError("\"" + text + "\" is neither YES nor NO");
-}
-
-const std::string& singleOf(const Arguments& values) {
-  if (values.size() != 1) throw UsageError("expected exactly one VALUE");
-  return values.front();
-}
-
-PropertyList parseValue(SettingsType type, const Arguments& values) {
-  switch (type) {
-    case SettingsType::boolean:
-      return flagOf(singleOf(values));
-    case SettingsType::real:
-      return numberOf<double>(singleOf(values), "a number");
-    case SettingsType::integer:
-      return numberOf<std::int64_t>(singleOf(values), "a whole number");
-    case SettingsType::string:
-      return singleOf(values);
-    case SettingsType::stringArray:
-      return PropertyList::Array(values.begin(), values.end());
-    case SettingsType::folderArray:
-      break;
-  }
-  throw UsageError("folder records are not set by hand");
-}
-
 ExitCode create(const Context& context, const Arguments&) {
   const std::string path(settingsFilePath);
   const auto hostPath = context.root.hostPath(path);
@@ -68,6 +29,7 @@ ExitCode create(const Context& context, const Arguments&) {
   std::filesystem::create_directories(std::filesystem::path(*hostPath).parent_path());
   storage::PlistFiles files(context.root);
   if (!files.writeDictionary(path, {})) throw ProgramError("could not write " + *hostPath);
+  SNUtils::postDarwinNotification(notifications::settingsChanged);
   return programs::exitDone;
 }
 
@@ -88,8 +50,13 @@ ExitCode get(const Context& context, const Arguments& arguments) {
 ExitCode set(const Context& context, const Arguments& arguments) {
   const SettingsKey& key = requireKey(arguments[0]);
   const Arguments values(arguments.begin() + 1, arguments.end());
-  changeSetting(context, key.name, parseValue(key.type, values));
+  changeSetting(context, key.name, programs::parseSettingsValue(key.type, values));
   return programs::exitDone;
+}
+
+/// Whether it is one of a switch's two states, so that there is another one.
+bool isOffOrOn(const PropertyList& value) {
+  return value.isNumber() && (value.doubleValue() == 0 || value.doubleValue() == 1);
 }
 
 ExitCode toggle(const Context& context, const Arguments& arguments) {
@@ -99,10 +66,11 @@ ExitCode toggle(const Context& context, const Arguments& arguments) {
   readSettingsFile(context);
   SNSettings& settings = SNSettings::sharedSettings();
   const auto before = settings.valueForKey(key.name);
+  if (!before || !isOffOrOn(*before))
+    throw ProgramError(arguments[0] + " holds no YES or NO that could be toggled; use set");
   settings.toggleValue(key.name);
   const auto after = settings.valueForKey(key.name);
-  if (!after || after == before)
-    throw ProgramError(arguments[0] + " holds no YES or NO that could be toggled; use set");
+  requireWritten(after && after != before);
   std::printf("%s\n", after->boolValue() ? "YES" : "NO");
   return programs::exitDone;
 }

@@ -12,7 +12,7 @@
 #include "programs/common/RealProcess.h"
 #include "programs/common/SignalStop.h"
 #include "programs/common/WatchAnswering.h"
-#include "programs/sharingd/WatchCommands.h"
+#include "programs/common/WatchCommands.h"
 
 namespace sentrel::programs {
 namespace {

@@ -3,6 +3,7 @@
 #include <charconv>
 #include <cstdio>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -17,6 +18,7 @@
 #include "programs/common/LineReader.h"
 #include "programs/common/RealProcess.h"
 #include "programs/common/SignalStop.h"
+#include "programs/springboard/HomeScreenView.h"
 #include "sentrel/bridge/Messages.h"
 #include "sentrel/controller/SentrelController.h"
 #include "sentrel/watch/WatchProtocol.h"
@@ -36,37 +38,56 @@ constexpr const char* usage =
     "  leave          and leaves it\n"
     "  sensor NUMBER  the biometric sensor reports the event of that number\n"
     "  watch          asks about the paired watch, and prints what is known of it\n"
+    "  launch ID      opens an application, and prints what becomes of it\n"
+    "  window         shows the screen in a window, for fingers and keys\n"
     "  tap MODE       has the watch tap the wrist: twice for 1, three times for 2, else once\n"
     "  quit           ends the process\n"
     "Prints \"ready ADDRESS\" once others can ask it, and the log lines that they send.\n";
 
-void lock(RealProcess& self, const std::string&) {
-  self.device().lock().setLocked(true);
+/// What commands work on.
+class Session {
+ public:
+  explicit Session(RealProcess& process) : self(process) {}
+
+  /// Made when it is first needed: it loads fonts.
+  HomeScreenView& view() {
+    if (!view_) view_ = std::make_unique<HomeScreenView>(self);
+    return *view_;
+  }
+
+  RealProcess& self;
+
+ private:
+  std::unique_ptr<HomeScreenView> view_;
+};
+
+void lock(Session& session, const std::string&) {
+  session.self.device().lock().setLocked(true);
   SentrelController::sharedInstance().deviceLocked();
   std::puts("locked");
 }
 
-void unlock(RealProcess& self, const std::string&) {
-  self.device().lock().setLocked(false);
+void unlock(Session& session, const std::string&) {
+  session.self.device().lock().setLocked(false);
   std::puts("unlocked");
 }
 
-void dim(RealProcess&, const std::string&) {
+void dim(Session&, const std::string&) {
   SentrelController::sharedInstance().deviceScreenDimmed();
   std::puts("dimmed");
 }
 
-void join(RealProcess& self, const std::string& network) {
-  self.device().wifi().joined = network;
+void join(Session& session, const std::string& network) {
+  session.self.device().wifi().joined = network;
   std::puts("joined");
 }
 
-void leave(RealProcess& self, const std::string&) {
-  self.device().wifi().joined.reset();
+void leave(Session& session, const std::string&) {
+  session.self.device().wifi().joined.reset();
   std::puts("left");
 }
 
-void sense(RealProcess& self, const std::string& number) {
+void sense(Session& session, const std::string& number) {
   BiometricEvent event = 0;
   const char* end = number.data() + number.size();
   const auto [read, error] = std::from_chars(number.data(), end, event);
@@ -75,43 +96,57 @@ void sense(RealProcess& self, const std::string& number) {
                  number.c_str());
     return;
   }
-  self.device().sensor().emit(event);
+  session.self.device().sensor().emit(event);
   std::puts("sensed");
 }
 
-void askWatch(RealProcess&, const std::string&) {
+void askWatch(Session&, const std::string&) {
   sendGeneralSNWatchQueryWithReply(
       /*preferSecondRSSI=*/true,
       [](const PropertyList& answer) { std::printf("watch %s\n", describe(answer).c_str()); });
 }
 
-void tap(RealProcess&, const std::string& mode) {
+void tap(Session&, const std::string& mode) {
   vibrateAppleWatch(PropertyList(mode).integerValue());
   std::puts("tapped");
 }
 
-void quit(RealProcess& self, const std::string&) {
-  self.loop().stop();
+void quit(Session& session, const std::string&) {
+  session.self.loop().stop();
+}
+
+void launch(Session& session, const std::string& bundleIdentifier) {
+  session.view().launch(bundleIdentifier);
+}
+
+void openWindow(Session& session, const std::string&) {
+  try {
+    session.view().openWindow();
+    std::puts("window");
+  } catch (const std::runtime_error& error) {
+    std::fprintf(stderr, "sentrel-springboard: %s\n", error.what());
+  }
 }
 
 struct Command {
   std::string_view name;
   bool takesArgument;
-  void (*act)(RealProcess& self, const std::string& argument);
+  void (*act)(Session& session, const std::string& argument);
 };
 
 constexpr Command commands[] = {
-    {"lock", false, lock},      {"unlock", false, unlock}, {"dim", false, dim},
-    {"join", true, join},       {"leave", false, leave},   {"sensor", true, sense},
-    {"watch", false, askWatch}, {"tap", true, tap},        {"quit", false, quit},
+    {"lock", false, lock},    {"unlock", false, unlock},     {"dim", false, dim},
+    {"join", true, join},     {"leave", false, leave},       {"sensor", true, sense},
+    {"launch", true, launch}, {"window", false, openWindow}, {"watch", false, askWatch},
+    {"tap", true, tap},       {"quit", false, quit},
 };
 
-void obey(RealProcess& self, const std::string& line) {
+void obey(Session& session, const std::string& line) {
   const std::size_t space = line.find(' ');
   const std::string name = line.substr(0, space);
   for (const Command& command : commands)
     if (name == command.name && command.takesArgument == (space != line.npos))
-      return command.act(self, command.takesArgument ? line.substr(space + 1) : "");
+      return command.act(session, command.takesArgument ? line.substr(space + 1) : "");
   std::fprintf(stderr, "sentrel-springboard: unknown command \"%s\"\n", line.c_str());
 }
 
@@ -132,10 +167,11 @@ int run(const CommandLine& line) {
                             std::printf("log %s\n", text.c_str());
                           }));
   std::printf("ready %s\n", homeBus.address().c_str());
+  Session session(self);
   // The loop does not keep it.
-  const auto reader =
-      std::make_shared<LineReader>(self.loop(), LineReader::AtEnd::goOn,
-                                   [&self](const std::string& command) { obey(self, command); });
+  const auto reader = std::make_shared<LineReader>(
+      self.loop(), LineReader::AtEnd::goOn,
+      [&session](const std::string& command) { obey(session, command); });
   self.loop().add(reader);
   self.loop().run();
   return exitDone;

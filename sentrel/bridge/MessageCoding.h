@@ -8,7 +8,8 @@
 namespace sentrel {
 
 /// How arguments and replies become the dictionaries that travel, for both ends of the channel.
-/// Decoding never trusts its input: a missing entry or one of a wrong type reads as none.
+/// Decoding never trusts its input: a missing entry or one of a wrong type reads as none, and a
+/// boolean is read leniently from whatever is there.
 
 SENTREL_API UserInfo encodeMessageData(PropertyList value);
 

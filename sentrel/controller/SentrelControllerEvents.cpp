@@ -140,6 +140,8 @@ void SentrelController::takeWatchAnswer(RequestNumber request, const PropertyLis
   // The request that asked may be over, and another in progress.
   if (!isInProgress(request) || !watchAllowsUnlock(answer)) return;
   vibrateAppleWatch(oneTap);
+  // Another event may have restarted it while the watch was asked.
+  SNTouchIDManager::sharedManager()->stopManager();
   setJustAuthenticated(true);
   invokeCustomInvocation();
   if (SNUtils::canUseAlertView()) {

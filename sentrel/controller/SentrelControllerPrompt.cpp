@@ -223,9 +223,13 @@ void SentrelController::dismissAuthenticationViewController(bool animated) {
 
 void SentrelController::dismissAuthenticationViewController(bool animated,
                                                             std::function<void()> completion) {
+  // What is on screen when it is due may be a later prompt.
   platform_.mainQueue->async(
-      whileAlive([animated, completion = std::move(completion)](SentrelController& self) {
-        self.dismissNow(animated, completion);
+      whileAlive([prompt = alertController(), animated,
+                  completion = std::move(completion)](SentrelController& self) {
+        if (prompt && prompt == self.alertController())
+          return self.dismissNow(animated, completion);
+        if (completion) completion();
       }));
 }
 
@@ -235,8 +239,7 @@ void SentrelController::dismissNow(bool animated, std::function<void()> completi
   if (const auto alert = std::exchange(alert_, nullptr))
     return alert->dismissViewControllerAnimated(animated, std::move(completion));
   const auto legacyAlert = legacyAlert_;
-  if (legacyAlert)
-    legacyAlert->dismissWithClickedButtonIndex(legacyAlert->cancelButtonIndex(), animated);
+  legacyAlert->dismissWithClickedButtonIndex(legacyAlert->cancelButtonIndex(), animated);
   if (completion) completion();
   // The completion still reaches the alert's view, and may have shown another alert.
   if (legacyAlert == legacyAlert_) legacyAlert_ = nullptr;

@@ -1,5 +1,6 @@
 #include "sentrel/platform/PropertyList.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
@@ -44,18 +45,27 @@ std::int64_t integerOfText(std::string_view text) {
   return text.front() == '-' ? Limits::min() : Limits::max();
 }
 
+/// Of the text of a number that no real can hold: whether it is too near to zero for one rather
+/// than too far from it.
+bool isNearZero(std::string_view number) {
+  const std::size_t mark = number.find_first_of("eE");
+  const std::string_view digits = number.substr(0, mark);
+  const auto exponent =
+      mark == number.npos ? 0.0 : static_cast<double>(integerOfText(number.substr(mark + 1)));
+  const auto point = static_cast<double>(std::min(digits.find('.'), digits.size()));
+  const auto first = static_cast<double>(digits.find_first_of("123456789"));
+  return point - first + exponent < 0;
+}
+
 double realOfText(std::string_view text) {
   text = numericPart(text);
   double value = 0;
   const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (result.ec == std::errc::result_out_of_range) {
-    const bool negative = text.front() == '-';
-    const bool tiny = text.find("e-") != text.npos || text.find("E-") != text.npos;
-    if (tiny) return 0;
-    return negative ? -std::numeric_limits<double>::infinity()
-                    : std::numeric_limits<double>::infinity();
-  }
-  return std::isnan(value) ? 0 : value;
+  // "inf" and "nan" are words, not numbers.
+  if (result.ec != std::errc::result_out_of_range) return std::isfinite(value) ? value : 0;
+  if (isNearZero({text.data(), result.ptr})) return 0;
+  constexpr double infinity = std::numeric_limits<double>::infinity();
+  return text.front() == '-' ? -infinity : infinity;
 }
 
 std::int64_t truncated(double value) {
@@ -118,7 +128,8 @@ std::int64_t PropertyList::integerValue() const noexcept {
 }
 
 float PropertyList::floatValue() const noexcept {
-  return static_cast<float>(doubleValue());
+  constexpr double largest = std::numeric_limits<float>::max();
+  return static_cast<float>(std::clamp(doubleValue(), -largest, largest));
 }
 
 double PropertyList::doubleValue() const noexcept {

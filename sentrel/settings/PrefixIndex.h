@@ -24,32 +24,31 @@ class PrefixIndex {
   bool beginsWithAny(std::string_view text) const noexcept;
 
  private:
-  /// Where to go on: 0 nowhere, n to nodes_[n - 1], -n to prefixes_[n - 1].
-  using Link = std::int32_t;
-
-  /// A place at which prefixes with the same beginning differ, with a link for each byte from the
-  /// lowest to the highest that they have there.
+  /// A place at which prefixes with the same beginning differ, with a node for each byte from the
+  /// lowest to the highest that they have there: one after the other from `first` on, so that the
+  /// way down reads nothing but nodes and the text. Without such nodes it is the end of the way: at
+  /// the prefix `first`, or nowhere.
   struct Node {
-    std::size_t position;
-    std::size_t firstLink;
-    unsigned linkCount;
-    unsigned lowest;
+    std::uint32_t position = 0;
+    std::uint32_t first = 0;
+    std::uint16_t count = 0;
+    std::uint8_t lowest = 0;
+    bool isPrefix = false;
   };
 
-  /// Prefixes with the same beginning, neighbours in the sorted list, and the link to them.
+  /// Prefixes with the same beginning, neighbours in the sorted list, and the node for them.
   struct Range {
     std::size_t first;
     std::size_t last;
-    std::size_t link;
+    std::size_t node;
   };
 
   void keepDecidingPrefixes();
   void buildTree();
-  void addNode(const Range& range, std::vector<Range>& pending);
+  void branch(const Range& range, std::vector<Range>& pending);
 
   std::vector<std::string> prefixes_;
   std::vector<Node> nodes_;
-  std::vector<Link> links_;
 };
 
 }  // namespace sentrel

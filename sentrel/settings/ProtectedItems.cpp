@@ -9,28 +9,49 @@ namespace {
 
 constexpr std::size_t smallestTable = 8;
 
-std::uint64_t wordAt(const char* bytes, std::size_t length) noexcept {
-  std::uint64_t word = 0;
+// Words of a text longer than one: the last may overlap those before it.
+using Word = std::uint64_t;
+constexpr std::size_t wordSize = sizeof(Word);
+
+Word wordAt(const char* bytes, std::size_t length = wordSize) noexcept {
+  Word word = 0;
   std::memcpy(&word, bytes, length);
   return word;
 }
 
-/// Multiplies and folds, eight bytes at a time; the last eight may overlap those before them.
+/// Two words at a time, each multiplied into a sum of its own, so that no multiplication waits for
+/// the one before.
 std::uint32_t hashOf(std::string_view text) noexcept {
-  constexpr std::uint64_t odd = 0x9e3779b97f4a7c15;
-  std::uint64_t hash = text.size() * odd;
-  const auto mix = [&hash](std::uint64_t word) {
-    hash = (hash ^ word) * odd;
-    hash ^= hash >> 32;
+  constexpr Word odd = 0x9e3779b97f4a7c15;
+  constexpr Word otherOdd = 0xbf58476d1ce4e5b9;
+  Word even = text.size();
+  Word uneven = 0;
+  const auto mix = [&](Word first, Word second) {
+    even = (even ^ first) * odd;
+    uneven = (uneven ^ second) * otherOdd;
   };
-  std::size_t left = text.size();
-  for (; left > 8; left -= 8)
-    mix(wordAt(text.data() + text.size() - left, 8));
-  if (text.size() >= 8)
-    mix(wordAt(text.data() + text.size() - 8, 8));
+  const char* at = text.data();
+  const char* const end = at + text.size();
+  for (; end - at > std::ptrdiff_t(2 * wordSize); at += 2 * wordSize)
+    mix(wordAt(at), wordAt(at + wordSize));
+  if (text.size() >= 2 * wordSize)
+    mix(wordAt(end - 2 * wordSize), wordAt(end - wordSize));
+  else if (text.size() >= wordSize)
+    mix(wordAt(at), wordAt(end - wordSize));
   else
-    mix(wordAt(text.data(), text.size()));
-  return static_cast<std::uint32_t>(hash);
+    mix(wordAt(at, text.size()), 0);
+  Word hash = even + std::rotl(uneven, 32);
+  hash ^= hash >> 32;
+  return static_cast<std::uint32_t>((hash * odd) >> 32);
+}
+
+/// Items are too short for a call to pay.
+bool isSameText(std::string_view a, std::string_view b) noexcept {
+  if (a.size() != b.size()) return false;
+  if (a.size() < wordSize) return a == b;
+  for (std::size_t i = 0; i + wordSize < a.size(); i += wordSize)
+    if (wordAt(a.data() + i) != wordAt(b.data() + i)) return false;
+  return wordAt(a.data() + a.size() - wordSize) == wordAt(b.data() + b.size() - wordSize);
 }
 
 }  // namespace
@@ -51,7 +72,7 @@ bool ProtectedItems::contains(std::string_view item) const noexcept {
   const std::size_t mask = table_.size() - 1;
   const std::uint32_t hash = hashOf(item);
   for (std::size_t i = hash & mask; table_[i].number != 0; i = (i + 1) & mask)
-    if (table_[i].hash == hash && members_[table_[i].number - 1] == item) return true;
+    if (table_[i].hash == hash && isSameText(members_[table_[i].number - 1], item)) return true;
   return false;
 }
 

@@ -197,21 +197,22 @@ class SENTREL_API SNSettings final : public BridgeSettings {
   //
   // With `ignoreAllOther` the answer is whether the item is configured as protected, whatever the
   // main switch, the network and the open sessions say. Nothing is allocated for an answer in the
-  // home-screen process while no network is joined.
+  // home-screen process while no network is joined, unless a question's own comment says otherwise.
 
   /// The process's own application.
   bool isAppProtected() const;
   bool isAppProtected(std::string_view bundleIdentifier, bool ignoreAllOther = false) const;
 
   /// No identifier is never protected.
-  bool isNotificationsAppProtected(std::optional<std::string_view> bundleIdentifier,
+  bool isNotificationsAppProtected(const std::optional<std::string_view>& bundleIdentifier,
                                    bool ignoreAllOther = false) const;
 
   /// A pane of the Settings application, by the name shown there. The system's own pane needs
   /// authentication always, also while the system is off, on a trusted network or inside a session.
   bool isSpecifierProtected(std::string_view paneName, bool ignoreAllOther = false) const;
 
-  /// Without the switches' extension on the device, no switch needs authentication.
+  /// Without the switches' extension on the device, no switch needs authentication. Asks the file
+  /// system each time, which may allocate.
   bool isFlipSwitchProtected(std::string_view switchIdentifier, bool ignoreAllOther = false) const;
 
   bool isControlCenterItemProtected(std::string_view itemIdentifier,

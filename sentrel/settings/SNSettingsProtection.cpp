@@ -5,11 +5,6 @@
 #include "sentrel/settings/ServiceNames.h"
 
 namespace sentrel {
-namespace {
-
-constexpr std::string_view photosBundleIdentifier = "com.apple.mobileslideshow";
-
-}  // namespace
 
 bool SNSettings::isProtectionActive() const {
   return isSentrelEnabled() && !isCurrentlyConnectedToTrustedNetwork();
@@ -41,8 +36,8 @@ bool SNSettings::isAppProtected(std::string_view bundleIdentifier, bool ignoreAl
   return isMember(ItemSet::applications, bundleIdentifier, ignoreAllOther);
 }
 
-bool SNSettings::isNotificationsAppProtected(std::optional<std::string_view> bundleIdentifier,
-                                             bool ignoreAllOther) const {
+bool SNSettings::isNotificationsAppProtected(
+    const std::optional<std::string_view>& bundleIdentifier, bool ignoreAllOther) const {
   return bundleIdentifier && isMember(ItemSet::notificationApps, *bundleIdentifier, ignoreAllOther);
 }
 

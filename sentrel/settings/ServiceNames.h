@@ -15,3 +15,10 @@ inline constexpr std::string_view appDelete = "App Delete Protection";
 inline constexpr std::string_view notifications = "Notifications Protection";
 
 }  // namespace sentrel::service_names
+
+namespace sentrel {
+
+/// Photos, which is protected as an application too.
+inline constexpr std::string_view photosBundleIdentifier = "com.apple.mobileslideshow";
+
+}  // namespace sentrel

@@ -75,6 +75,12 @@ void AlertPanel::setContent(const std::shared_ptr<UIView>& content,
   content_ = content;
   contentHeight_ = std::move(height);
   addSubview(content_);
+  // Else the first round of its layout would break all its texts into lines without width.
+  placeContent();
+}
+
+void AlertPanel::placeContent() {
+  if (content_) content_->setFrame(CGRectMake(0, textsHeight(), width, contentHeight()));
 }
 
 double AlertPanel::textHeight(const UILabel& label) const {
@@ -102,9 +108,9 @@ void AlertPanel::layoutSubviews() {
     label->setFrame(CGRectMake(margin, y, width - 2 * margin, textHeight(*label)));
     y = label->frame().maxY() + textGap;
   }
-  y = textsHeight();
-  if (content_) content_->setFrame(CGRectMake(0, y, width, contentHeight()));
-  buttons_->setFrame(CGRectMake(0, y + contentHeight(), width, buttons_->fittingHeight()));
+  placeContent();
+  buttons_->setFrame(
+      CGRectMake(0, textsHeight() + contentHeight(), width, buttons_->fittingHeight()));
 }
 
 }  // namespace sentrel

@@ -37,6 +37,7 @@ class AlertPanel final : public UIView {
   std::shared_ptr<UILabel> addText(const std::optional<std::string>& text, UIFont font);
   double textHeight(const UILabel& label) const;
   double textsHeight() const;
+  void placeContent();
   double contentHeight() const { return content_ ? contentHeight_() : 0; }
 
   std::shared_ptr<UILabel> title_;

@@ -11,39 +11,74 @@ namespace {
 constexpr double smallestFactor = 1e-9;
 constexpr double tolerance = 1e-6;
 
+double magnitude(const LinearSystem::Term& term) {
+  return std::abs(term.factor);
+}
+
+bool areFinite(const std::vector<LinearSystem::Term>& terms) {
+  return std::ranges::all_of(
+      terms, [](const LinearSystem::Term& term) { return std::isfinite(term.factor); });
+}
+
 }  // namespace
 
 LinearSystem::Outcome LinearSystem::add(const std::vector<Term>& terms, double sum) {
+  if (!std::isfinite(sum) || !areFinite(terms)) return Outcome::conflicting;
+  const auto newTerm = newTermOf(terms);
+  for (const Term& term : terms)
+    isNamed_[term.unknown] = true;
+  if (newTerm) {
+    define(terms, *newTerm, sum);
+    return Outcome::fresh;
+  }
   for (const Term& term : terms)
     shorten(term.unknown);
   Definition row = reduced(terms);
   const double rest = sum - row.constant;
-  const bool isFinite = std::isfinite(rest) && std::ranges::all_of(row.terms, [](const Term& term) {
-                          return std::isfinite(term.factor);
-                        });
-  if (!isFinite) return Outcome::conflicting;
+  if (!std::isfinite(rest) || !areFinite(row.terms)) return Outcome::conflicting;
   if (row.terms.empty())
     return std::abs(rest) <= tolerance * std::max(1.0, std::abs(sum)) ? Outcome::repeated
                                                                       : Outcome::conflicting;
-  const Term pivot = *std::ranges::max_element(
-      row.terms, {}, [](const Term& term) { return std::abs(term.factor); });
-  std::erase_if(row.terms, [&](const Term& term) { return term.unknown == pivot.unknown; });
-  for (Term& term : row.terms)
-    term.factor /= -pivot.factor;
-  definitions_[pivot.unknown] = {true, rest / pivot.factor, std::move(row.terms)};
+  const auto pivot = std::ranges::max_element(row.terms, {}, magnitude);
+  define(std::move(row.terms), static_cast<std::size_t>(pivot - row.terms.begin()), rest);
   return Outcome::fresh;
+}
+
+std::optional<std::size_t> LinearSystem::newTermOf(const std::vector<Term>& terms) const {
+  std::optional<std::size_t> best;
+  double largest = 0;
+  for (std::size_t i = 0; i < terms.size(); ++i) {
+    for (std::size_t j = 0; j < i; ++j)
+      if (terms[j].unknown == terms[i].unknown) return std::nullopt;
+    largest = std::max(largest, magnitude(terms[i]));
+    if (isNamed_[terms[i].unknown]) continue;
+    if (!best || magnitude(terms[i]) > magnitude(terms[*best])) best = i;
+  }
+  // As with the largest pivot, errors must not grow along a chain.
+  if (best && (magnitude(terms[*best]) < largest || largest <= smallestFactor)) best.reset();
+  return best;
+}
+
+void LinearSystem::define(std::vector<Term> terms, std::size_t pivot, double sum) {
+  const Term solved = terms[pivot];
+  terms.erase(terms.begin() + static_cast<std::ptrdiff_t>(pivot));
+  for (Term& term : terms)
+    term.factor /= -solved.factor;
+  definitions_[solved.unknown] = {true, sum / solved.factor, std::move(terms)};
 }
 
 std::optional<double> LinearSystem::value(std::size_t unknown) {
   shorten(unknown);
   const Definition& definition = definitions_[unknown];
-  if (!definition.defined || !definition.terms.empty()) return std::nullopt;
+  if (!definition.defined || !definition.terms.empty() || !std::isfinite(definition.constant))
+    return std::nullopt;
   return definition.constant;
 }
 
 /// Works through what the definition hangs on from the far end, without recursion: chains may be as
 /// long as there are views.
 void LinearSystem::shorten(std::size_t unknown) {
+  if (isShort(unknown)) return;
   std::vector<std::size_t> pending{unknown};
   while (!pending.empty()) {
     const std::size_t each = pending.back();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "sentrel/Process.h"
 
@@ -12,11 +13,15 @@ CGSize sizeOfText(std::string_view text, const UIFont& font, double maxWidth) {
   return measuring ? measuring->sizeOfText(text, font, maxWidth) : CGSize{};
 }
 
-CGSize contentSizeOfText(std::string_view text, const UIFont& font, double maxWidth,
-                         int numberOfLines) {
-  CGSize size = sizeOfText(text, font, maxWidth);
+CGSize sizeOfTypedText(std::string_view text, const UIFont& font, double maxWidth) {
+  const auto& measuring = Process::current().platform().textMeasuring;
+  return measuring ? measuring->sizeOfSecretText(text, font, maxWidth) : CGSize{};
+}
+
+CGSize contentSize(CGSize size, const UIFont& font, int numberOfLines) {
+  constexpr double unlimited = std::numeric_limits<double>::infinity();
   if (numberOfLines > 0)
-    size.height = std::min(size.height, numberOfLines * sizeOfText("", font, maxWidth).height);
+    size.height = std::min(size.height, numberOfLines * sizeOfText("", font, unlimited).height);
   return {std::ceil(size.width), std::ceil(size.height)};
 }
 

@@ -85,18 +85,22 @@ void UIAlertView::setAccessoryView(std::shared_ptr<UIView> view) {
 
 void UIAlertView::show() {
   if (isVisible()) return;
-  hostWindow_ = std::make_shared<UIWindow>(UIScreen::mainScreen().bounds(), hostWindowClass());
-  hostWindow_->setWindowLevel(UIWindowLevelAlert);
-  hostWindow_->setBackgroundColor(UIColor::colorWithWhite(0, 0.2));
+  const auto window =
+      std::make_shared<UIWindow>(UIScreen::mainScreen().bounds(), hostWindowClass());
+  window->setWindowLevel(UIWindowLevelAlert);
+  window->setBackgroundColor(UIColor::colorWithWhite(0, 0.2));
+  window->setKeptByApplication(true);
+  hostWindow_ = window;
   panel_->buttons()->reloadData();
-  setFrame(panel_->frameCenteredIn(hostWindow_->bounds()));
-  hostWindow_->addSubview(std::static_pointer_cast<UIView>(shared_from_this()));
-  hostWindow_->setHidden(false);
+  setFrame(panel_->frameCenteredIn(window->bounds()));
+  window->addSubview(std::static_pointer_cast<UIView>(shared_from_this()));
+  window->setHidden(false);
 }
 
 bool UIAlertView::hide() {
-  const auto window = std::exchange(hostWindow_, nullptr);
+  const auto window = std::exchange(hostWindow_, {}).lock();
   if (!window) return false;
+  window->setKeptByApplication(false);
   removeFromSuperview();
   return true;
 }

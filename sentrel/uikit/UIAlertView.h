@@ -22,8 +22,8 @@ class SENTREL_API UIAlertViewDelegate {
   virtual void alertView(UIAlertView& alertView, int didDismissWithButtonIndex) = 0;
 };
 
-/// The alert of the older systems: a view that shows itself in a window of its own and keeps itself
-/// alive while it is shown.
+/// The alert of the older systems: a view that shows itself in a window of its own. While it is
+/// shown the window owns it, and the process's application owns the window.
 class SENTREL_API UIAlertView : public UIView {
  public:
   UIAlertView(std::string title, std::optional<std::string> message,
@@ -50,7 +50,7 @@ class SENTREL_API UIAlertView : public UIView {
   void setAccessoryView(std::shared_ptr<UIView> view);
 
   void show();
-  bool isVisible() const noexcept { return hostWindow_ != nullptr; }
+  bool isVisible() const noexcept { return !hostWindow_.expired(); }
 
   /// Takes the alert away at once, and tells the delegate when the animation's time is over. Does
   /// nothing when it is not shown.
@@ -85,7 +85,7 @@ class SENTREL_API UIAlertView : public UIView {
   std::vector<std::string> buttonTitles_;
   std::shared_ptr<UIView> accessoryView_;
   std::shared_ptr<AlertPanel> panel_;
-  std::shared_ptr<UIWindow> hostWindow_;
+  std::weak_ptr<UIWindow> hostWindow_;
 };
 
 }  // namespace sentrel

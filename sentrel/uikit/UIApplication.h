@@ -71,6 +71,7 @@ class SENTREL_API UIApplication : public std::enable_shared_from_this<UIApplicat
 
   /// In the order in which they were made; each leaves the list when it goes.
   std::vector<UIWindow*> windows_;
+  std::vector<std::shared_ptr<UIWindow>> keptWindows_;
   std::weak_ptr<UIWindow> keyWindow_;
   std::weak_ptr<UIResponder> firstResponder_;
   UIInterfaceOrientation statusBarOrientation_ = UIInterfaceOrientation::portrait;

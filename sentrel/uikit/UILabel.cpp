@@ -34,7 +34,7 @@ void UILabel::setNumberOfLines(int lines) {
 }
 
 std::optional<CGSize> UILabel::intrinsicContentSize(double maxWidth) const {
-  return contentSizeOfText(text_, font_, maxWidth, numberOfLines_);
+  return contentSize(sizeOfText(text_, font_, maxWidth), font_, numberOfLines_);
 }
 
 }  // namespace sentrel

@@ -19,7 +19,7 @@ class SENTREL_API UIResponder : public std::enable_shared_from_this<UIResponder>
   virtual bool canResignFirstResponder() { return true; }
 
   /// Takes the input from whoever has it. False, and nothing changes, when this responder will not
-  /// take it or the other will not give it up. It need not be in a window, nor be visible.
+  /// take it or the other will not give it up. It need not be visible.
   bool becomeFirstResponder();
 
   /// Gives the input up. False when this responder will not; true also when it does not have it.

@@ -23,6 +23,7 @@ void UITextField::setText(std::string text) {
   wipe(text_);
   text_ = text;
   wipe(text);
+  wasTyped_ = false;
   selectedRange_ = {utf16Length(text_), 0};
   setNeedsLayout();
 }
@@ -60,11 +61,13 @@ bool UITextField::replace(NSRange range, const std::string& text) {
   // The delegate may have changed the text meanwhile: what is replaced is still inside it.
   const NSRange replaced = rangeInsideText(text_, inside);
   setText(stringByReplacingCharactersInRange(text_, replaced, text));
+  wasTyped_ = true;
   setSelectedRange({replaced.location + utf16Length(text), 0});
   return true;
 }
 
 bool UITextField::canBecomeFirstResponder() {
+  if (!window()) return false;
   const auto asked = delegate();
   return !asked || asked->textFieldShouldBeginEditing(*this);
 }
@@ -76,7 +79,8 @@ bool UITextField::canResignFirstResponder() {
 
 /// The same whether masked or not, so that a field stays where it is while it is masked.
 std::optional<CGSize> UITextField::intrinsicContentSize(double maxWidth) const {
-  return contentSizeOfText(text_, font_, maxWidth, 1);
+  const auto measure = wasTyped_ ? sizeOfTypedText : sizeOfText;
+  return contentSize(measure(text_, font_, maxWidth), font_, 1);
 }
 
 }  // namespace sentrel

@@ -28,7 +28,8 @@ class SENTREL_API UITextField : public UIView {
   void setDelegate(std::weak_ptr<UITextFieldDelegate> delegate) { delegate_ = std::move(delegate); }
 
   const std::string& text() const noexcept { return text_; }
-  /// Not an edit: the delegate is not asked. Puts the caret at the end.
+  /// Not an edit: the delegate is not asked. Puts the caret at the end. Text set so is no secret;
+  /// what a user types may be.
   void setText(std::string text);
   bool isSecureTextEntry() const noexcept { return secureTextEntry_; }
   void setSecureTextEntry(bool value) noexcept { secureTextEntry_ = value; }
@@ -61,6 +62,7 @@ class SENTREL_API UITextField : public UIView {
   bool deleteBackward();
   bool replace(NSRange range, const std::string& text);
 
+  /// Inside a window only, be it hidden or not, and where the delegate agrees.
   bool canBecomeFirstResponder() override;
   bool canResignFirstResponder() override;
   std::optional<CGSize> intrinsicContentSize(double maxWidth) const override;
@@ -68,6 +70,7 @@ class SENTREL_API UITextField : public UIView {
  private:
   std::weak_ptr<UITextFieldDelegate> delegate_;
   std::string text_;
+  bool wasTyped_ = false;
   NSRange selectedRange_;
   UIFont font_ = UIFont::systemFontOfSize(17);
   UIColor textColor_ = UIColor::labelColor();

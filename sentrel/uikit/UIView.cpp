@@ -126,11 +126,13 @@ void UIView::addSubview(const std::shared_ptr<UIView>& view) {
   if (!view || isDescendantOfView(*view)) return;
   const std::shared_ptr<UIView> kept = view;
   if (kept->superview_ == this) return bringSubviewToFront(kept);
+  const auto formerWindow = kept->window();
   kept->detach();
   kept->superview_ = this;
   subviews_.push_back(kept);
   setNeedsLayout();
   if (kept->treeNeedsUpdateConstraints_) markUpwards(&UIView::treeNeedsUpdateConstraints_);
+  if (formerWindow && formerWindow != window()) kept->endEditing(/*force=*/true);
 }
 
 void UIView::removeFromSuperview() {
@@ -179,11 +181,15 @@ std::shared_ptr<UIView> UIView::viewWithTag(std::int64_t tag) {
 
 bool UIView::endEditing(bool force) {
   auto& application = UIApplication::sharedApplication();
-  const auto editing = std::dynamic_pointer_cast<UIView>(application.firstResponder());
-  if (!editing || !editing->isDescendantOfView(*this)) return true;
-  if (!force) return editing->resignFirstResponder();
+  if (!containsFirstResponder(application)) return true;
+  if (!force) return application.firstResponder()->resignFirstResponder();
   application.giveUpFirstResponder();
   return true;
+}
+
+bool UIView::containsFirstResponder(const UIApplication& application) const {
+  const auto editing = std::dynamic_pointer_cast<UIView>(application.firstResponder());
+  return editing && editing->isDescendantOfView(*this);
 }
 
 std::optional<CGSize> UIView::intrinsicContentSize(double /*maxWidth*/) const {

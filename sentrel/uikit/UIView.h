@@ -20,6 +20,7 @@
 
 namespace sentrel {
 
+class UIApplication;
 class UIWindow;
 
 /// What grows with its superview; everything else keeps its place and size. Values may be added.
@@ -91,7 +92,8 @@ class SENTREL_API UIView : public UIResponder, public AssociatedObjects {
   virtual std::shared_ptr<UIWindow> window() const;
 
   /// Puts `view` in front of the other subviews and out of its former superview. Null, the view
-  /// itself and a view that contains it are ignored.
+  /// itself and a view that contains it are ignored. A view that leaves its window so gives the
+  /// typed input up, unasked.
   void addSubview(const std::shared_ptr<UIView>& view);
   /// Takes along what depends on the tree: constraints of the views above that name the view or
   /// something inside it, animations under way, and the typed input.
@@ -152,6 +154,10 @@ class SENTREL_API UIView : public UIResponder, public AssociatedObjects {
   static void animateWithDuration(Seconds duration, Seconds delay, double usingSpringWithDamping,
                                   double initialSpringVelocity, const Animations& animations,
                                   AnimationCompletion completion = {});
+
+ protected:
+  /// Whether what receives the application's typed input is the view or inside it.
+  bool containsFirstResponder(const UIApplication& application) const;
 
  private:
   friend class LayoutSolver;

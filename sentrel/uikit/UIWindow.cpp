@@ -16,7 +16,11 @@ UIWindow::UIWindow(const CGRect& frame, const UIClass& uiClass) : UIView(frame, 
 }
 
 UIWindow::~UIWindow() {
-  if (const auto application = application_.lock()) std::erase(application->windows_, this);
+  const auto application = application_.lock();
+  if (!application) return;
+  std::erase(application->windows_, this);
+  // Its views may live on. Nothing is posted: the process may be going too.
+  if (containsFirstResponder(*application)) application->setFirstResponder(nullptr);
 }
 
 const UIClass& UIWindow::staticClass() {
@@ -32,6 +36,14 @@ void UIWindow::setRootViewController(std::shared_ptr<UIViewController> controlle
   view->setFrame(bounds());
   view->setAutoresizingMask(UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleHeight);
   addSubview(view);
+}
+
+void UIWindow::setKeptByApplication(bool value) {
+  const auto application = application_.lock();
+  if (!application) return;
+  const auto self = std::static_pointer_cast<UIWindow>(shared_from_this());
+  std::erase(application->keptWindows_, self);
+  if (value) application->keptWindows_.push_back(self);
 }
 
 void UIWindow::makeKeyWindow() {

@@ -15,7 +15,7 @@ inline constexpr double UIWindowLevelStatusBar = 1000;
 inline constexpr double UIWindowLevelAlert = 2000;
 
 /// A window belongs to the application of the process that it was made in, which lists it for as
-/// long as it lives but does not keep it alive. A new window is hidden.
+/// long as it lives but keeps it alive only when asked to. A new window is hidden.
 class SENTREL_API UIWindow : public UIView {
  public:
   explicit UIWindow(const CGRect& frame = {}, const UIClass& uiClass = staticClass());
@@ -31,6 +31,10 @@ class SENTREL_API UIWindow : public UIView {
   }
   /// Shows the controller's view, filling the window, in place of the former controller's.
   void setRootViewController(std::shared_ptr<UIViewController> controller);
+
+  /// Whether the application keeps the window alive, until it is told otherwise or the process
+  /// ends: for a window that nobody else owns.
+  void setKeptByApplication(bool value);
 
   void makeKeyWindow();
   void makeKeyAndVisible();

@@ -55,6 +55,8 @@ TEST_F(PasscodeLog, TellsOfTheKeyboardAndOfTheBorrowedOne) {
 TEST_F(PasscodeLog, TellsOfALoadedGlyphFrameworkAndNeverOfAPasscode) {
   inApp([] {
     const auto view = SNAuthenticationView::initWithFrame();
+    const auto window = std::make_shared<UIWindow>();
+    window->addSubview(view);
     view->switchToPasscodeView();
     EXPECT_TRUE(type("918273"));
   });

@@ -48,6 +48,12 @@ class SNAuthenticationViewTest : public HomeScreenTest {
     view = SNAuthenticationView::initWithFrame();
     view->setDelegate(delegate);
     view->setFrame(CGRectMake(0, 0, 270, 200));
+    window = showInWindow(view);
+  }
+
+  void dropView() {
+    view.reset();
+    window.reset();
   }
 
   std::shared_ptr<SetHeights> measureAs(double titleHeight, double messageHeight) {
@@ -83,6 +89,7 @@ class SNAuthenticationViewTest : public HomeScreenTest {
 
   std::shared_ptr<Delegate> delegate = std::make_shared<Delegate>();
   std::shared_ptr<SNAuthenticationView> view;
+  std::shared_ptr<UIWindow> window;
 };
 
 // --- Building ----------------------------------------------------------------------------------
@@ -90,7 +97,7 @@ class SNAuthenticationViewTest : public HomeScreenTest {
 TEST_F(SNAuthenticationViewTest, StandsAsGlyphTitleAndMessageInLightMode) {
   makeView();
   view->setup("Mail", "Scan to unlock");
-  const auto window = showInWindow(view);
+  view->layoutIfNeeded();
   EXPECT_EQ(dump(*view->glyphView()), "PKGlyphView (103.5 0 63 63)\n");
   EXPECT_EQ(
       dump(*view->titleLabel()),
@@ -147,7 +154,7 @@ TEST_F(SNAuthenticationViewTest, GlyphClassIsLoadedFromTheFirstBundleThatOpens) 
     if (each.hasOld) device.libraries().installBundle(oldBundle, load);
     makeView();
     EXPECT_EQ(view->glyphView() != nullptr, each.expected);
-    view.reset();
+    dropView();
   }
 }
 
@@ -169,7 +176,7 @@ TEST_F(SNAuthenticationViewTest, WithoutAGlyphEverythingElseWorks) {
   view->animateFingerPrintActions(6, true, [&completed] { completed = true; });
   view->setup("Mail", "Scan");
   view->setupGlyphViewTheme();
-  const auto window = showInWindow(view);
+  view->layoutIfNeeded();
   EXPECT_EQ(view->titleLabel()->frame().origin.y, 73) << "the glyph's place stays empty";
   view->toggleAuthenticationModes();
   view->toggleAuthenticationModes();
@@ -195,7 +202,7 @@ TEST_F(SNAuthenticationViewTest, GlyphTakesItsColourByTheOperationItAnswers) {
     device.glyphViewClass().answersPrivateSetPrimaryColor = each.underscored;
     makeView();
     EXPECT_EQ(view->glyphView()->primaryColor(), each.expected);
-    view.reset();
+    dropView();
   }
 }
 
@@ -219,8 +226,8 @@ TEST_F(SNAuthenticationViewTest, PlainColourOperationComesFirstAndColourModeIsRe
 // --- Filling -----------------------------------------------------------------------------------
 
 TEST_F(SNAuthenticationViewTest, PreferredHeightIsTheGlyphsAndTheTextsInEitherMode) {
-  const auto measuring = measureAs(20, 34);
   makeView();
+  const auto measuring = measureAs(20, 34);
   view->setup("Mail", "Scan");
   EXPECT_EQ(view->preferredContentHeight(), 142);
   EXPECT_THAT(measuring->askedWidths(), testing::Each(187.5)) << "half the screen";
@@ -261,7 +268,7 @@ TEST_F(SNAuthenticationViewTest, MeasuringStopsAtTheGivenHeight) {
   EXPECT_EQ(SNAuthenticationView::sizeWithString(std::nullopt, font, {20, 9999}, mode), CGSize{});
   makeView();
   view->setup(longText, std::string("\xff\xfe e\u0301 \u05d0"));
-  const auto window = showInWindow(view);
+  view->layoutIfNeeded();
   EXPECT_GT(view->messageLabel()->frame().origin.y, view->titleLabel()->frame().origin.y);
 }
 
@@ -312,6 +319,20 @@ TEST_F(SNAuthenticationViewTest, PasscodeStateIsResetOnlyWhileTheRowIsShown) {
   view->resetPasscodeState();
   EXPECT_EQ(field->text(), "");
   EXPECT_EQ(focusedField(), field) << "at once";
+}
+
+TEST_F(SNAuthenticationViewTest, RowOfAPromptThatIsGoneTakesNoInput) {
+  makeView();
+  view->switchToPasscodeView();
+  EXPECT_TRUE(type("12"));
+  window.reset();
+  EXPECT_EQ(focusedField(), nullptr);
+  view->resetPasscodeState();
+  EXPECT_EQ(focusedField(), nullptr);
+  EXPECT_EQ(view->passcodeView()->passcodeTextField()->text(), "");
+  view->passcodeView()->_denyAccess();
+  device.time().runUntilIdle();
+  EXPECT_EQ(focusedField(), nullptr) << "nor after the pause";
 }
 
 TEST_F(SNAuthenticationViewTest, GlyphGetsStateAnimationAndCompletionUnchanged) {
@@ -394,6 +415,7 @@ TEST_F(SNAuthenticationViewControllerTest, SharedOnesAreMadeOnceAProcessAndDiffe
 TEST_F(SNAuthenticationViewControllerTest, ForwardsToItsViewAndFromItToTheDelegate) {
   storePasscode("123456");
   const auto controller = SNAuthenticationViewController::sharedInstance();
+  const auto window = showInWindow(controller->view());
   const auto delegate = std::make_shared<Delegate>();
   controller->setDelegate(delegate);
   controller->setPreferredContentSize({300, 1});

@@ -30,6 +30,12 @@ class SNSimplePasscodeViewTest : public HomeScreenTest {
     row->setDelegate(validator);
     row->setDigitsCount(digits);
     row->setupDigitFields();
+    rowWindow = showInWindow(row);
+  }
+
+  void dropRow() {
+    row.reset();
+    rowWindow.reset();
   }
 
   std::shared_ptr<UITextField> field() { return row->passcodeTextField(); }
@@ -44,7 +50,7 @@ class SNSimplePasscodeViewTest : public HomeScreenTest {
   }
 
   std::vector<double> leftEdges() {
-    const auto window = showInWindow(row);
+    row->layoutIfNeeded();
     std::vector<double> edges;
     for (const auto& each : row->digitTextFieldsArray()) {
       EXPECT_EQ(each->frame().origin.y, 0);
@@ -57,6 +63,7 @@ class SNSimplePasscodeViewTest : public HomeScreenTest {
   std::vector<std::string> typed;
   std::shared_ptr<Validator> validator = std::make_shared<Validator>(typed);
   std::shared_ptr<SNSimplePasscodeView> row;
+  std::shared_ptr<UIWindow> rowWindow;
 };
 
 // --- Boxes -------------------------------------------------------------------------------------
@@ -208,7 +215,7 @@ TEST_F(SNSimplePasscodeViewTest, KeepsTheDelegateForThePauseAndDoesWithoutOne) {
   row->showKeyboard();
   type("123456");
   validator.reset();
-  row.reset();
+  dropRow();
   device.time().runUntilIdle();
   EXPECT_THAT(typed, ElementsAre("123456"));
   makeRow();
@@ -289,7 +296,7 @@ TEST_F(SNSimplePasscodeViewTest, RowWithoutFieldsTakesEveryOperation) {
 TEST_F(SNSimplePasscodeViewTest, RowThatIsGoneBeforeItsPausesEndIsNotMissed) {
   makeRow();
   row->_resetTextFields();
-  row.reset();
+  dropRow();
   device.time().runUntilIdle();
   EXPECT_EQ(focusedField(), nullptr);
 }
@@ -302,7 +309,7 @@ class BorrowedKeyboard : public SNSimplePasscodeViewTest {
 
   /// A row on a system of `version`, with the notification centre over the screen.
   void openOn(const std::string& version) {
-    row.reset();
+    dropRow();
     keyboard.reset();
     keyboardWindow.reset();
     bulletin.reset();
@@ -411,7 +418,7 @@ TEST_F(BorrowedKeyboard, MissingWindowsAreDoneWithout) {
 
 TEST_F(BorrowedKeyboard, RowThatIsGoneBeforeTheDelayLeavesTheKeyboardAlone) {
   row->showKeyboard();
-  row.reset();
+  dropRow();
   device.time().runUntilIdle();
   EXPECT_EQ(keyboard->alpha(), 0);
 }

@@ -252,6 +252,35 @@ TEST_F(BiometricQueries, AsksTheOwnerWithoutAFallbackAndPassesTheOutcomeOn) {
   }
 }
 
+/// Hands out contexts and keeps each, so that no two can be one.
+class KeepingAuthentication final : public LocalAuthentication {
+ public:
+  explicit KeepingAuthentication(std::shared_ptr<LocalAuthentication> inner)
+      : inner_(std::move(inner)) {}
+
+  std::shared_ptr<LAContext> makeContext() override {
+    return made.emplace_back(inner_->makeContext());
+  }
+
+  std::vector<std::shared_ptr<LAContext>> made;
+
+ private:
+  std::shared_ptr<LocalAuthentication> inner_;
+};
+
+TEST_F(BiometricQueries, EachRequestMakesAContextOfItsOwn) {
+  useTouchID();
+  ASSERT_TRUE(SNUtils::supportsTouchID());
+  const auto authentication = std::make_shared<KeepingAuthentication>(home().localAuthentication);
+  home().localAuthentication = authentication;
+  for (int request = 1; request <= 2; ++request) {
+    SNUtils::requestForAuthentication("Prove it", nullptr);
+    device.time().runDue();
+    EXPECT_EQ(authentication->made.size(), static_cast<std::size_t>(request));
+  }
+  EXPECT_EQ(device.journal().take().size(), 2U);
+}
+
 TEST_F(BiometricQueries, ASensorThatCannotBeAskedIsAnError) {
   useTouchID();
   sensor().isEnrolled = false;

@@ -2,7 +2,9 @@
 
 #include <functional>
 
-#include "sentrel/bridge/MessageCoding.h"
+#include "sentrel/bridge/Ask.h"
+#include "sentrel/controller/SentrelController.h"
+#include "sentrel/settings/SNWiFiManager.h"
 #include "tests/support/BridgeTest.h"
 
 namespace sentrel {
@@ -159,6 +161,36 @@ TEST_F(SpringBoardReplies, AreWhatTheHomeScreenComputes) {
     change.makeYes();
     EXPECT_TRUE(inApp(change.query));
     EXPECT_EQ(takeRequests(), Lines(2, std::string(change.message)));
+  }
+}
+
+TEST_F(SpringBoardReplies, AreNotLoggedWithoutALabel) {
+  struct Sender {
+    const char* message;
+    void (*send)();
+  };
+  const Sender senders[] = {
+      {"com.quorvin.sentrel.suspend.front.most.app", [] { SNUtils::suspendFrontMostApp(); }},
+      {"com.quorvin.sentrel.log.message", [] { SNUtils::logMessage("text"); }},
+      {"com.quorvin.sentrel.app.knownNetWorks",
+       [] { SNWiFiManager::sharedManager().knownNetworks(); }},
+      {"com.quorvin.sentrel.app.lastConnectedNetWork",
+       [] { SNWiFiManager::sharedManager().currentNetWork(); }},
+      {"com.quorvin.sentrel.app.handle.authentication",
+       [] { ask<messages::HandleAuthentication>({}); }},
+      {"com.quorvin.sentrel.app.lastUnlocked",
+       [] { SentrelController::sharedInstance().shouldIgnoreAuthentication(item); }},
+      {"com.quorvin.sentrel.app.lastUnlocked", [] { ask<messages::IsAlertShowing>(); }},
+      {"com.quorvin.sentrel.app.unlocked",
+       [] { SentrelController::sharedInstance().updateLastAuthenticationTime(SessionKey(item)); }},
+  };
+  useSettings({{"SentrelEnableLogging", true}, {"SentrelRemember", true}});
+  // It logs when it is made.
+  inApp([] { SentrelController::sharedInstance(); });
+  takeRequests();
+  for (const Sender& sender : senders) {
+    inApp(sender.send);
+    EXPECT_EQ(takeRequests(), Lines{sender.message});
   }
 }
 

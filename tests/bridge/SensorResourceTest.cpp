@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "sentrel/biometrics/SNTouchIDManager.h"
 #include "tests/support/BridgeTest.h"
 
 namespace sentrel {
@@ -107,13 +108,13 @@ TEST_F(SensorResource, AMissingResourceIsLeftAlone) {
 }
 
 TEST_F(SensorResource, AnApplicationHasTheHomeScreenDoIt) {
-  SNUtils::setDefaultBiometricObserver(other);
   const host::SpringBoardObservers observers;
   startInApp(listener, /*shouldAddDarwinObserver=*/false);
   EXPECT_THAT(device.sensor().assertions(), IsEmpty());
   device.time().runDue();
   EXPECT_THAT(device.sensor().reasons(), ElementsAre("Sentrel AuthenticationMode"));
-  EXPECT_THAT(resource().observers(), ElementsAre(other)) << "the home screen's own observer";
+  EXPECT_THAT(resource().observers(), ElementsAre(SNTouchIDManager::sharedManager()))
+      << "the home screen's own";
   inApp([&] { SNUtils::stopBioMetricsResource(listener); });
   device.time().runDue();
   EXPECT_THAT(device.sensor().assertions(), IsEmpty());

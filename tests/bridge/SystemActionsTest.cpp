@@ -105,6 +105,20 @@ TEST_F(LockingTheDevice, AnOldApplicationThatCannotLockSaysSo) {
   EXPECT_THAT(journal(), ElementsAre("_relockUIForButtonPress YES NO"));
 }
 
+TEST_F(LockingTheDevice, AnOldApplicationFinishesItsRelockItself) {
+  device.system().version = "11.4";
+  away().lockScreenManager = simulated::makeLockScreenManager(device.sharedLock());
+  home().lockScreenManager = nullptr;
+  inApp([] { SNUtils::lockUI(); });
+  EXPECT_THAT(journal(), ElementsAre("_relockUIForButtonPress YES NO"));
+  device.time().advance(Seconds(0.19));
+  EXPECT_THAT(journal(), IsEmpty());
+  device.time().advance(Seconds(0.02));
+  EXPECT_THAT(journal(),
+              ElementsAre("lockUIFromSource 1",
+                          "homeButtonShowPasscodeRecognizerRequestsPasscodeUIToBeShown NO"));
+}
+
 TEST_F(LockingTheDevice, ANewApplicationHasTheHomeScreenDoIt) {
   device.system().version = "12.0";
   away().lockScreenManager = simulated::makeLockScreenManager(device.sharedLock());

@@ -177,7 +177,9 @@ TEST_F(BusXpcTest, RepliesNoneWhenTheBusEndsAndThenConnectsNoMore) {
   BusXpc xpc(connection);
   send(xpc, {{"do", "stop"}});
   kill(bus_.daemon(), SIGKILL);
-  EXPECT_EQ(connection->request(busName, service, "notices the end first", {}), std::nullopt);
+  EXPECT_EQ(connection->request(busName, service, "waits for the end", {}), std::nullopt);
+  connection->post(BusNotificationKind::darwin, {"finds no bus", std::nullopt});
+  EXPECT_FALSE(connection->isConnected());
   ASSERT_TRUE(runUntil(*loop_, [this] { return !replies_.empty() && !losses_.empty(); }));
   EXPECT_THAT(replies_, ElementsAre(std::nullopt));
   EXPECT_EQ(xpc.createMachServiceConnection(service), nullptr);

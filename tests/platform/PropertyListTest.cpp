@@ -18,6 +18,7 @@ TEST(PropertyList, ReadsNumbersAndTextsLeniently) {
   constexpr double infinity = std::numeric_limits<double>::infinity();
   constexpr auto largest = std::numeric_limits<std::int64_t>::max();
   constexpr auto smallest = std::numeric_limits<std::int64_t>::min();
+  const std::string zeros(400, '0');
   const Reading readings[] = {
       {true, true, 1, 1},
       {2, true, 2, 2},
@@ -33,7 +34,18 @@ TEST(PropertyList, ReadsNumbersAndTextsLeniently) {
       {"-99999999999999999999", true, smallest, -1e20},
       {"1e999", true, 1, infinity},
       {"1e-999", true, 1, 0},
+      {"1e999 e-", true, 1, infinity},
+      {"-12.5E+999x", true, -12, -infinity},
+      {"0." + zeros + "1", false, 0, 0},
+      {"-0." + zeros + "1e9", false, 0, 0},
+      {"0." + zeros + "1e999", false, 0, infinity},
+      {"1" + zeros, true, largest, infinity},
+      {"1" + zeros + "e-999", true, largest, 0},
+      {"1e99999999999999999999", true, 1, infinity},
+      {"1e-99999999999999999999", true, 1, 0},
       {"nan", false, 0, 0},
+      {"inf", false, 0, 0},
+      {"-Infinity", false, 0, 0},
       {"", false, 0, 0},
       {PropertyList::Array{1}, false, 0, 0},
       {PropertyList::Data{1}, false, 0, 0},
@@ -44,6 +56,15 @@ TEST(PropertyList, ReadsNumbersAndTextsLeniently) {
     EXPECT_EQ(reading.value.integerValue(), reading.asInteger);
     EXPECT_EQ(reading.value.doubleValue(), reading.asReal);
   }
+}
+
+TEST(PropertyList, ReadsNumbersBeyondAFloatAsTheLargest) {
+  constexpr float largest = std::numeric_limits<float>::max();
+  EXPECT_EQ(PropertyList(2.5).floatValue(), 2.5F);
+  for (const PropertyList& value :
+       {PropertyList(1e300), PropertyList("1e39"), PropertyList("1e999")})
+    EXPECT_EQ(value.floatValue(), largest) << describe(value);
+  EXPECT_EQ(PropertyList(-1e300).floatValue(), -largest);
 }
 
 TEST(PropertyList, KeepsBooleanIntegerAndRealApart) {

@@ -3,6 +3,7 @@
 #include <ctime>
 #include <limits>
 #include <string>
+#include <vector>
 
 #include "tests/screen/ScreenTest.h"
 
@@ -41,6 +42,43 @@ TEST_F(TextMeasuring, TheWidthThatWasMeasuredIsEnough) {
     const CGSize line = measure("Look at the screen", font);
     EXPECT_EQ(measure("Look at the screen", font, line.width), line) << size;
   }
+}
+
+/// Whatever was measured before, at whatever other widths.
+TEST_F(TextMeasuring, ARememberedSizeIsTheOneThatWouldBeMeasured) {
+  const std::string texts[] = {"",
+                               "Letters",
+                               "Scan your fingerprint to continue",
+                               "trailing spaces   ",
+                               "two\nlines of text",
+                               "Überweisungsbestätigung",
+                               "سجل الدخول باستخدام بصمة الإصبع"};
+  const double widths[] = {0, 1, 7.5, 40, 80.25, 120, 187.5, 216, 240.75, 300, unlimited};
+  for (const std::string& text : texts)
+    for (const double first : widths)
+      for (const double second : widths) {
+        const PangoTextMeasuring fresh(fonts());
+        const PangoTextMeasuring asked(fonts());
+        const CGSize firstSize = asked.sizeOfText(text, system17, first);
+        EXPECT_EQ(asked.sizeOfText(text, system17, second),
+                  fresh.sizeOfText(text, system17, second))
+            << text << " at " << first << " and then at " << second;
+        EXPECT_EQ(asked.sizeOfText(text, system17, first), firstSize);
+        EXPECT_EQ(asked.sizeOfText(text, system17, firstSize.width),
+                  fresh.sizeOfText(text, system17, firstSize.width))
+            << text << " at the width it took at " << first;
+      }
+}
+
+TEST_F(TextMeasuring, MoreTextsThanAreRememberedAreMeasuredAllTheSame) {
+  std::vector<CGSize> sizes;
+  const auto text = [](std::size_t i) { return std::to_string(i * i * i); };
+  for (std::size_t i = 0; i < 3 * RememberedSizes::mostAtATime; ++i) {
+    measure("kept in use");
+    sizes.push_back(measure(text(i)));
+  }
+  for (std::size_t i = 0; i < sizes.size(); ++i)
+    EXPECT_EQ(measure(text(i)), sizes[i]) << i;
 }
 
 TEST_F(TextMeasuring, NoTextFillsOneEmptyLine) {

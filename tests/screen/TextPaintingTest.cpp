@@ -2,6 +2,7 @@
 
 #include "sentrel/uikit/UILabel.h"
 #include "sentrel/uikit/UITextField.h"
+#include "sentrel/uikit/UIWindow.h"
 #include "tests/screen/ScreenTest.h"
 
 #include "device/screen/Png.h"
@@ -130,6 +131,8 @@ TEST_F(TextFieldPainting, ASecureFieldGivesAwayNothingButTheLength) {
 
 TEST_F(TextFieldPainting, TheCaretStandsWhereTheNextCharacterGoesUnlessItIsClear) {
   const auto field = makeField("nnn", /*secure=*/false);
+  const auto window = std::make_shared<UIWindow>();
+  window->addSubview(field);
   const int end = inkOf(paint(*field))->right;
   field->becomeFirstResponder();
   EXPECT_GT(inkOf(paint(*field))->right, end);

@@ -354,6 +354,24 @@ TEST_F(FolderedApp, PassesTheGateUnlessAllOtherIsIgnored) {
   EXPECT_EQ(protectingFolder(/*ignoreAllOther=*/true), work[0]);
 }
 
+TEST_F(FolderedApp, NeedsNoAuthenticationOnATrustedNetworkAndNeitherDoesItsFolder) {
+  const auto live = showFolder("Work", {"mail", "notes"});
+  for (const bool allFolders : {false, true}) {
+    device.wifi().joined.reset();
+    useFolders(work, {{"SentrelTrustedNetworks", Array{"home"}},
+                      {"SentrelAllFoldersProtected", allFolders}});
+    EXPECT_TRUE(settings().hasFolder(work[0]));
+    EXPECT_TRUE(settings().isFolderProtected(*live));
+    EXPECT_EQ(protectingFolder(), work[0]);
+    device.wifi().joined = "home";
+    EXPECT_FALSE(settings().hasFolder(work[0]));
+    EXPECT_FALSE(settings().isFolderProtected(*live));
+    EXPECT_EQ(protectingFolder(), std::nullopt);
+    EXPECT_TRUE(settings().hasFolder(work[0], /*ignoreAllOther=*/true));
+    EXPECT_EQ(protectingFolder(/*ignoreAllOther=*/true), work[0]);
+  }
+}
+
 TEST_F(FolderedApp, OutsideEveryFolderIsProtectedByNone) {
   useFolders({folder("Work", {icon("loose")})}, {{"SentrelAllFoldersProtected", true}});
   device.homeScreen().root().add(simulated::makeIcon("com.example.loose", "loose"));

@@ -312,6 +312,36 @@ TEST_F(Protection, SessionsCoverFeaturesUnderTheirLocalisedNames) {
   }
 }
 
+TEST_F(Protection, ApplicationSendsOnlyWhatAStepOfTheGateNeeds) {
+  const auto sent = [this] {
+    std::vector<std::string> names;
+    for (const simulated::SentMessage& message : device.messages().sent())
+      names.push_back(message.name);
+    device.messages().forgetSent();
+    return names;
+  };
+  const auto askEverything = [this] {
+    inApp([] {
+      const SNSettings& own = SNSettings::sharedSettings();
+      for (const ItemQuestion& question : itemQuestions)
+        EXPECT_FALSE(question.ask(own, "item", /*ignoreAllOther=*/false)) << question.name;
+      for (const FeatureQuestion& feature : featureQuestions)
+        EXPECT_FALSE(feature.hasNetworkStep && (own.*feature.ask)()) << feature.key;
+      EXPECT_FALSE(own.hasFolder(PropertyList::Dictionary()));
+      EXPECT_FALSE(own.isFolderProtectedForApp("item"));
+    });
+  };
+  device.wifi().joined = "home";
+  useEverythingBut("SentrelEnabled", false);
+  askEverything();
+  EXPECT_THAT(sent(), testing::IsEmpty());
+  useSettings(everything());
+  askEverything();
+  EXPECT_THAT(sent(),
+              testing::AllOf(testing::Not(testing::IsEmpty()),
+                             testing::Each("com.quorvin.sentrel.app.lastConnectedNetWork")));
+}
+
 TEST_F(Protection, NoSessionCoversCallerIDAndTheWatch) {
   useEverythingBut("SentrelApplyUnlockSession", true);
   unlock("anything");

@@ -4,6 +4,7 @@
 
 #include "device/storage/RootedFiles.h"
 #include "tests/storage/TemporaryFolder.h"
+#include "tests/support/CountedAllocations.h"
 
 namespace sentrel::storage {
 namespace {
@@ -12,11 +13,13 @@ TEST(DeviceRoot, PutsAbsolutePathsUnderItsFolder) {
   EXPECT_EQ(DeviceRoot("/phone/").hostPath("/var/a..b/c"), "/phone/var/a..b/c");
   EXPECT_EQ(DeviceRoot("/").hostPath("/var"), "/var");
   EXPECT_EQ(DeviceRoot("phone").hostPath("/"), "phone/");
+  EXPECT_EQ(DeviceRoot("/phone").hostPath("/.../..a/a../...")->size(), 22U);
 }
 
 TEST(DeviceRoot, LetsNoPathOut) {
   const DeviceRoot root("/phone");
-  for (const std::string path : {"", "var", "../var", "/..", "/../etc", "/var/../../etc", "/a/.."})
+  for (const std::string path : {"", "var", "../var", "/..", "/../etc", "/var/../../etc", "/a/..",
+                                 "/a/b..c/../d", "/...//../x", "/.../.."})
     EXPECT_FALSE(root.hostPath(path)) << path;
   EXPECT_FALSE(root.hostPath(std::string("/var\0/x", 7)));
 }
@@ -32,6 +35,15 @@ TEST(RootedFiles, KnowsWhatExists) {
   EXPECT_FALSE(files.fileExists("/file/below"));
   EXPECT_FALSE(files.fileExists("/dangling"));
   EXPECT_FALSE(files.fileExists("file"));
+}
+
+TEST(RootedFiles, AllocateForThePathOnThisMachineAlone) {
+  const TemporaryFolder folder;
+  const RootedFiles files{DeviceRoot(folder.path())};
+  const std::string path = "/Library/MobileSubstrate/DynamicLibraries/Flipswitch.dylib";
+  const std::size_t before = allocationsSoFar();
+  files.fileExists(path);
+  EXPECT_EQ(allocationsSoFar() - before, 1U);
 }
 
 }  // namespace

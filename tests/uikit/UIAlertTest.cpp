@@ -203,6 +203,24 @@ TEST_F(UIAlertViewTest, KeepsItselfWhileShownAndTellsItsDelegateOnce) {
   EXPECT_TRUE(weak.expired());
 }
 
+TEST_F(UIAlertViewTest, StaysShownWithoutAnOwnerUntilItsProcessEnds) {
+  auto process = device_.launch("com.example.letters");
+  const auto shown = [this] {
+    const auto alert = std::make_shared<UIAlertView>("Letters", std::nullopt, delegate_, "Cancel");
+    alert->show();
+    return alert;
+  };
+  const std::weak_ptr<UIAlertView> unowned = process->run(shown);
+  alert_ = process->run(shown);
+  ASSERT_FALSE(unowned.expired());
+  EXPECT_TRUE(unowned.lock()->isVisible());
+  EXPECT_FALSE(unowned.lock()->window()->isHidden());
+  process.reset();
+  EXPECT_TRUE(unowned.expired());
+  EXPECT_FALSE(alert_->isVisible()) << "owned from outside it lives on, but nothing shows it";
+  EXPECT_EQ(alert_->window(), nullptr);
+}
+
 TEST_F(UIAlertViewTest, BothWaysToRetitleAButtonShowTheTitle) {
   alert_->addButtonWithTitle("Enter Passcode");
   alert_->show();

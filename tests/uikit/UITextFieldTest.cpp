@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "sentrel/uikit/UIApplication.h"
+#include "sentrel/uikit/UIWindow.h"
 #include "tests/uikit/UIKitTest.h"
 
 namespace sentrel {
@@ -75,6 +76,7 @@ struct Delegate : UITextFieldDelegate {
 class UITextFieldTest : public UIKitTest {
  protected:
   UITextFieldTest() {
+    window_->setHidden(false);
     field_->setDelegate(delegate_);
     keyboardHides_ = process_->process().platform().localCenter->addObserver(
         std::string(UIKeyboardWillHideNotification), [this](const auto&) { ++hides_; });
@@ -86,8 +88,9 @@ class UITextFieldTest : public UIKitTest {
   }
 
   std::shared_ptr<Delegate> delegate_ = std::make_shared<Delegate>();
-  std::shared_ptr<UITextField> field_ = std::make_shared<UITextField>();
-  std::shared_ptr<UITextField> other_ = std::make_shared<UITextField>();
+  std::shared_ptr<UIWindow> window_ = std::make_shared<UIWindow>();
+  std::shared_ptr<UITextField> field_ = addView<UITextField>(window_);
+  std::shared_ptr<UITextField> other_ = addView<UITextField>(window_);
   Observation keyboardHides_;
   int hides_ = 0;
 };
@@ -121,7 +124,7 @@ TEST_F(UITextFieldTest, TheDelegateMaySendTheInputElsewhere) {
 }
 
 TEST_F(UITextFieldTest, AFieldThatGoesAwayGivesTheInputUp) {
-  const auto root = std::make_shared<UIView>();
+  const auto root = addView(window_);
   const auto box = addView(root);
   box->addSubview(field_);
   delegate_->mayEnd = false;
@@ -133,8 +136,37 @@ TEST_F(UITextFieldTest, AFieldThatGoesAwayGivesTheInputUp) {
   other_->becomeFirstResponder();
   EXPECT_TRUE(root->endEditing(/*force=*/true));
   EXPECT_TRUE(other_->isFirstResponder()) << "it is not inside";
-  other_ = nullptr;
-  EXPECT_EQ(UIApplication::sharedApplication().firstResponder(), nullptr);
+  window_.reset();
+  EXPECT_FALSE(other_->isFirstResponder());
+}
+
+TEST_F(UITextFieldTest, OutsideEveryWindowThereIsNoInput) {
+  const auto box = std::make_shared<UIView>();
+  const auto field = addView<UITextField>(box);
+  EXPECT_FALSE(field->becomeFirstResponder());
+  other_->becomeFirstResponder();
+  EXPECT_FALSE(field->becomeFirstResponder());
+  EXPECT_TRUE(other_->isFirstResponder());
+  window_->setHidden(true);
+  window_->addSubview(box);
+  EXPECT_TRUE(field->becomeFirstResponder()) << "a hidden window will do";
+}
+
+TEST_F(UITextFieldTest, OnlyAMoveWithinTheWindowKeepsTheInput) {
+  const auto box = addView(window_);
+  box->addSubview(field_);
+  field_->becomeFirstResponder();
+  addView(window_)->addSubview(box);
+  EXPECT_TRUE(field_->isFirstResponder());
+  const auto outside = std::make_shared<UIView>();
+  const auto otherWindow = std::make_shared<UIWindow>();
+  for (const auto& place : {outside, std::shared_ptr<UIView>(otherWindow)}) {
+    window_->addSubview(box);
+    field_->becomeFirstResponder();
+    place->addSubview(box);
+    EXPECT_FALSE(field_->isFirstResponder());
+  }
+  EXPECT_EQ(hides(), 2);
 }
 
 TEST_F(UITextFieldTest, TypingGoesToTheCaretThroughTheDelegate) {
@@ -169,6 +201,38 @@ TEST_F(UITextFieldTest, SecureTextIsABulletACharacter) {
   EXPECT_EQ(field_->displayedText(), "a😀");
   field_->setSecureTextEntry(true);
   EXPECT_EQ(field_->displayedText(), "••");
+}
+
+/// Says which texts it could have kept.
+class KeepingTexts final : public TextMeasuring {
+ public:
+  CGSize sizeOfText(std::string_view text, const Font&, double) const override {
+    kept += std::string(text) + ".";
+    return {10, 10};
+  }
+  CGSize sizeOfSecretText(std::string_view, const Font&, double) const override { return {20, 10}; }
+
+  mutable std::string kept;
+};
+
+TEST_F(UITextFieldTest, WhatIsTypedIsMeasuredButNotKept) {
+  const auto measuring = std::make_shared<KeepingTexts>();
+  process_->process().platform().textMeasuring = measuring;
+  const auto width = [this] { return field_->intrinsicContentSize(100)->width; };
+  field_->setText("none");
+  EXPECT_EQ(width(), 10);
+  field_->setText("");
+  field_->becomeFirstResponder();
+  for (const char* digit : {"4", "7"}) {
+    field_->insertText(digit);
+    EXPECT_EQ(width(), 20);
+  }
+  field_->deleteBackward();
+  EXPECT_EQ(field_->text(), "4");
+  EXPECT_EQ(width(), 20);
+  EXPECT_EQ(measuring->kept.find_first_of("47"), std::string::npos) << measuring->kept;
+  field_->setText("none");
+  EXPECT_EQ(width(), 10);
 }
 
 }  // namespace

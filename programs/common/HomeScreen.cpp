@@ -1,4 +1,4 @@
-#include "programs/gallery/HomeScreen.h"
+#include "programs/common/HomeScreen.h"
 
 #include <algorithm>
 #include <array>
@@ -8,7 +8,7 @@
 #include "sentrel/uikit/UILabel.h"
 #include "sentrel/uikit/UIVisualEffectView.h"
 
-namespace sentrel::gallery {
+namespace sentrel::programs {
 namespace {
 
 struct IconKind {
@@ -140,4 +140,4 @@ std::shared_ptr<UIWindow> makeHomeScreen(CGSize size, UIUserInterfaceStyle style
   return window;
 }
 
-}  // namespace sentrel::gallery
+}  // namespace sentrel::programs

@@ -1,4 +1,4 @@
-#include "programs/gallery/NumberPad.h"
+#include "programs/common/NumberPad.h"
 
 #include <array>
 
@@ -6,7 +6,7 @@
 #include "sentrel/uikit/UIScreen.h"
 #include "sentrel/uikit/UIVisualEffectView.h"
 
-namespace sentrel::gallery {
+namespace sentrel::programs {
 namespace {
 
 constexpr double gap = 6;
@@ -59,4 +59,4 @@ std::shared_ptr<UIWindow> makeNumberPad(CGSize screen) {
   return window;
 }
 
-}  // namespace sentrel::gallery
+}  // namespace sentrel::programs

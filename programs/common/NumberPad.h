@@ -4,7 +4,7 @@
 
 #include "sentrel/uikit/UIWindow.h"
 
-namespace sentrel::gallery {
+namespace sentrel::programs {
 
 /// Points.
 inline constexpr double numberPadHeight = 216;
@@ -13,4 +13,4 @@ inline constexpr double numberPadHeight = 216;
 /// current process. Only to be looked at.
 std::shared_ptr<UIWindow> makeNumberPad(CGSize screen);
 
-}  // namespace sentrel::gallery
+}  // namespace sentrel::programs

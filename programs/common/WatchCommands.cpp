@@ -1,4 +1,4 @@
-#include "programs/sharingd/WatchCommands.h"
+#include "programs/common/WatchCommands.h"
 
 #include <charconv>
 #include <cstdint>

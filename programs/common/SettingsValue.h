@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "sentrel/platform/PropertyList.h"
+#include "sentrel/settings/SettingsKeys.h"
+
+namespace sentrel::programs {
+
+/// What a person wrote for a setting of that type; a list takes several words. Throws UsageError
+/// for words that are no such value, and for folder records.
+PropertyList parseSettingsValue(SettingsType type, const std::vector<std::string>& words);
+
+}  // namespace sentrel::programs

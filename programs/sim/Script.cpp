@@ -1,0 +1,113 @@
+#include "programs/sim/Script.h"
+
+#include <utility>
+
+#include "programs/sim/Command.h"
+
+namespace sentrel::sim {
+namespace {
+
+using Run = decltype(Step::run);
+
+const Command* findCommand(const std::string& name) {
+  for (const auto table : {requestCommands(), userCommands(), deviceCommands(), settingsCommands()})
+    if (const Command* command = findRow<Action>(table, name)) return command;
+  return nullptr;
+}
+
+Run prepareCommand(Phone& phone, const Words& words) {
+  const Command* command = findCommand(words[0]);
+  if (!command) throw UsageError("unknown command \"" + words[0] + "\"");
+  return [action = prepareRow(*command, phone, words)](Phone& it) {
+    action(it);
+    it.settle();
+    return std::optional<std::string>();
+  };
+}
+
+std::string joined(const Words& words) {
+  std::string text;
+  for (const std::string& word : words) {
+    const bool needsQuotes = word.empty() || word.find(' ') != std::string::npos;
+    text += (text.empty() ? "" : " ") + (needsQuotes ? "\"" + word + "\"" : word);
+  }
+  return text;
+}
+
+/// `words` are what follows "expect".
+Run prepareExpectation(Phone& phone, Words words) {
+  const std::string whole = joined(words);
+  const bool isNegated = !words.empty() && words[0] == "no";
+  if (isNegated) words.erase(words.begin());
+  if (words.empty()) throw UsageError("expected: expect [no] WHAT...");
+  const Expectation* expectation = findRow<Check>(expectations(), words[0]);
+  if (!expectation) throw UsageError("nobody can expect \"" + words[0] + "\"");
+  return [whole, isNegated,
+          check = prepareRow(*expectation, phone, words)](Phone& it) -> std::optional<std::string> {
+    const Verdict verdict = check(it);
+    if (verdict.isMet != isNegated) return std::nullopt;
+    return "expected " + whole + ", seen " + verdict.seen;
+  };
+}
+
+/// Takes one word off `rest`, which does not begin with a space.
+std::string takeWord(std::string_view& rest) {
+  std::string word;
+  bool isQuoted = false;
+  for (; !rest.empty() && (isQuoted || (rest[0] != ' ' && rest[0] != '\t'));
+       rest.remove_prefix(1)) {
+    if (rest[0] == '"') {
+      isQuoted = !isQuoted;
+      continue;
+    }
+    if (isQuoted && rest[0] == '\\' && rest.size() > 1) rest.remove_prefix(1);
+    word += rest[0];
+  }
+  if (isQuoted) throw UsageError("the quotes do not end");
+  return word;
+}
+
+}  // namespace
+
+Words splitLine(const std::string& line) {
+  Words words;
+  std::string_view rest = line;
+  for (;;) {
+    const auto begin = rest.find_first_not_of(" \t\r");
+    if (begin == std::string_view::npos || rest[begin] == '#') return words;
+    rest.remove_prefix(begin);
+    words.push_back(takeWord(rest));
+  }
+}
+
+std::optional<Step> prepareStep(Phone& phone, int line, const std::string& text) {
+  const Words words = splitLine(text);
+  if (words.empty()) return std::nullopt;
+  const bool isExpectation = words[0] == "expect";
+  return Step{line, joined(words),
+              isExpectation ? prepareExpectation(phone, Words(words.begin() + 1, words.end()))
+                            : prepareCommand(phone, words)};
+}
+
+std::vector<Step> readScript(Phone& phone, std::istream& input, const std::string& name) {
+  std::vector<Step> steps;
+  int number = 0;
+  for (std::string line; std::getline(input, line);) {
+    ++number;
+    try {
+      if (auto step = prepareStep(phone, number, line)) steps.push_back(std::move(*step));
+    } catch (const UsageError& error) {
+      throw UsageError(name + ":" + std::to_string(number) + ": " + error.what());
+    }
+  }
+  return steps;
+}
+
+std::string languageHelp() {
+  return "requests:\n" + helpFor(requestCommands()) + "\nthe user:\n" + helpFor(userCommands()) +
+         "\nthe phone:\n" + helpFor(deviceCommands()) + "\nthe settings:\n" +
+         helpFor(settingsCommands()) + "\nexpectations:\n" +
+         helpFor(expectations(), "expect [no] ");
+}
+
+}  // namespace sentrel::sim

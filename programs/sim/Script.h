@@ -1,0 +1,37 @@
+#pragma once
+
+#include <functional>
+#include <istream>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "programs/sim/Phone.h"
+#include "programs/sim/Row.h"
+
+namespace sentrel::sim {
+
+/// The words of a line, parted by spaces. Between double quotes spaces belong to the word, and so
+/// does what stands behind a backslash; from a # at the beginning of a word to the end is a
+/// comment. Throws UsageError for quotes that do not end.
+Words splitLine(const std::string& line);
+
+/// One line of a script, checked and ready to run. `run` returns what was wrong, in words, where an
+/// expectation was not met.
+struct Step {
+  int line;
+  std::string text;
+  std::function<std::optional<std::string>(Phone& phone)> run;
+};
+
+/// None for a line without words. Throws UsageError for one that makes no sense.
+std::optional<Step> prepareStep(Phone& phone, int line, const std::string& text);
+
+/// Every step of a script. Throws UsageError with "NAME:LINE: " in front for the first line that
+/// makes no sense.
+std::vector<Step> readScript(Phone& phone, std::istream& input, const std::string& name);
+
+/// Every command and expectation, a line each.
+std::string languageHelp();
+
+}  // namespace sentrel::sim

@@ -1,0 +1,77 @@
+#include <gtest/gtest.h>
+
+#include "tests/programs/ProgramRun.h"
+#include "tests/programs/RunningProgram.h"
+#include "tests/storage/TemporaryFolder.h"
+
+namespace sentrel {
+namespace {
+
+/// An application's process on a device where notes is protected and sessions last until the lock.
+class App : public ::testing::Test {
+ protected:
+  App() {
+    const std::vector<std::string> commands[] = {{"create"},
+                                                 {"set", "SentrelEnabled", "YES"},
+                                                 {"set", "SentrelRemember", "YES"},
+                                                 {"set", "SentrelRememberUntilDeviceLocked", "YES"},
+                                                 {"set", "SentrelApplications", notes}};
+    for (const auto& command : commands)
+      EXPECT_EQ(run("sentrelctl", command).code, 0);
+  }
+
+  ProgramResult run(const char* program, std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), {"--root", root.path()});
+    return runProgram(program, arguments);
+  }
+
+  /// What the program answers in one call, and how it ends.
+  std::string answer(std::vector<std::string> arguments) {
+    const ProgramResult result = run("sentrel-app", std::move(arguments));
+    return result.output + std::to_string(result.code);
+  }
+
+  const std::string notes = "com.example.notes";
+  const std::string maps = "com.example.maps";
+  storage::TemporaryFolder root;
+};
+
+TEST_F(App, AsksWithoutAHomeScreenAndSaysThatThereIsNone) {
+  EXPECT_EQ(answer({notes, "ask"}), "YES\n0");
+  EXPECT_EQ(answer({notes, "ask", maps}), "NO\n1");
+  EXPECT_EQ(answer({maps, "ask"}), "NO\n1");
+  EXPECT_EQ(answer({notes, "unlock"}), "OK\n0");
+  EXPECT_EQ(answer({notes, "ask"}), "YES\n0") << "nobody keeps a session";
+  const std::string errors = run("sentrel-app", {notes, "ask"}).errors;
+  EXPECT_NE(errors.find("no home-screen process"), std::string::npos) << errors;
+}
+
+TEST_F(App, AsksTheHomeScreenAndPrintsNothingButTheAnswer) {
+  RunningProgram home("sentrel-springboard", {"--root", root.path()});
+  ASSERT_TRUE(home.hear().starts_with("ready "));
+  EXPECT_EQ(answer({notes, "ask"}), "YES\n0");
+  EXPECT_EQ(answer({maps, "ask", notes}), "YES\n0");
+  EXPECT_EQ(answer({notes, "session"}), "NO\n1");
+  EXPECT_EQ(answer({notes, "unlock"}), "OK\n0");
+  EXPECT_EQ(answer({notes, "ask"}), "NO\n1") << "the home screen keeps the session";
+  EXPECT_EQ(answer({notes, "session"}), "YES\n0");
+  EXPECT_EQ(answer({notes, "listed"}), "YES\n0");
+  EXPECT_EQ(run("sentrel-app", {notes, "ask"}).errors, "");
+  EXPECT_EQ(home.ask("lock"), "locked");
+  EXPECT_EQ(answer({notes, "ask"}), "YES\n0");
+}
+
+TEST_F(App, EndsWithTwoAndNoAnswerWhenTheCallIsWrong) {
+  const std::vector<std::string> calls[] = {
+      {}, {""}, {notes, "dance"}, {notes, "ask", maps, maps}, {"--dance", notes, "ask"}};
+  for (const auto& call : calls) {
+    const ProgramResult result = run("sentrel-app", call);
+    SCOPED_TRACE(result.errors);
+    EXPECT_EQ(result.code, 2);
+    EXPECT_EQ(result.output, "");
+    EXPECT_NE(result.errors, "");
+  }
+}
+
+}  // namespace
+}  // namespace sentrel
