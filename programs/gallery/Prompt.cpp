@@ -1,8 +1,6 @@
 #include "programs/gallery/Prompt.h"
 
 #include "programs/common/NumberPad.h"
-#include "sentrel/authui/SNAlertController.h"
-#include "sentrel/authui/SNAlertView.h"
 #include "sentrel/authui/SNAuthenticationViewController.h"
 #include "sentrel/authui/SNWindow.h"
 #include "sentrel/bridge/SNUtils.h"
@@ -28,7 +26,7 @@ Prompt::Prompt(Stage& stage, const std::string& title, const std::string& messag
 Prompt::~Prompt() {
   stage_.process().run([this] {
     if (alert_) alert_->dismissViewControllerAnimated(/*animated=*/false, {});
-    if (legacyAlert_) static_cast<UIAlertView&>(*legacyAlert_).dismissAnimated(/*animated=*/false);
+    if (legacyAlert_) legacyAlert_->dismissAnimated(/*animated=*/false);
     alert_.reset();
     legacyAlert_.reset();
   });
@@ -41,15 +39,17 @@ SNAuthenticationView& Prompt::content() {
 }
 
 UIView& Prompt::alertView() {
-  return legacyAlert_ ? *legacyAlert_ : *alert_->view();
+  if (legacyAlert_) return *legacyAlert_;
+  return *alert_->view();
 }
 
 void Prompt::showAlert() {
   const auto alert = SNAlertController::alertControllerWithTitle(localized("Sentrel"), std::nullopt,
                                                                  UIAlertControllerStyle::alert);
   alert->setContentViewController(SNAuthenticationViewController::sharedInstance());
-  alert->addAction(UIAlertAction::actionWithTitle(localized("Enter Passcode"),
-                                                  UIAlertActionStyle::standard, {}));
+  alert->addAction(UIAlertAction::actionWithTitle(
+      localized("Enter Passcode"), UIAlertActionStyle::standard,
+      [this](const auto&) { content().toggleAuthenticationModes(); }));
   alert->addAction(
       UIAlertAction::actionWithTitle(localized("Cancel"), UIAlertActionStyle::cancel, {}));
   SNWindow::sharedInstance()->presentViewController(alert, /*animated=*/false, {});
@@ -66,9 +66,16 @@ void Prompt::showLegacyAlert() {
   legacyAlert_ = alert;
 }
 
+void Prompt::tapSwitchButton() {
+  if (alert_) return alert_->tap(alert_->actions().front());
+  legacyAlert_->tap(legacyAlert_->cancelButtonIndex() + 1);
+  content().toggleAuthenticationModes();
+}
+
 void Prompt::typePasscode(const std::string& digits) {
+  stage_.process().run([&] { tapSwitchButton(); });
+  stage_.wait(Seconds(0));
   stage_.process().run([&] {
-    content().switchToPasscodeView();
     for (const char digit : digits)
       content().passcodeView()->passcodeTextField()->insertText(std::string(1, digit));
     // The system moves an alert out of the keyboard's way.

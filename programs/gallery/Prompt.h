@@ -4,6 +4,8 @@
 #include <string>
 
 #include "programs/gallery/Stage.h"
+#include "sentrel/authui/SNAlertController.h"
+#include "sentrel/authui/SNAlertView.h"
 #include "sentrel/authui/SNAuthenticationView.h"
 
 namespace sentrel::gallery {
@@ -28,10 +30,11 @@ class Prompt {
  private:
   void showAlert();
   void showLegacyAlert();
+  void tapSwitchButton();
 
   Stage& stage_;
-  std::shared_ptr<UIViewController> alert_;
-  std::shared_ptr<UIView> legacyAlert_;
+  std::shared_ptr<SNAlertController> alert_;
+  std::shared_ptr<SNAlertView> legacyAlert_;
 };
 
 }  // namespace sentrel::gallery

@@ -55,7 +55,8 @@ class PromptPhone {
     watchAnswers_ = 0;
     for (const Happening& happening : order) {
       happen(happening);
-      if (happening.kind == Happening::Kind::wait) pass(static_cast<double>(happening.number) / 100);
+      if (happening.kind == Happening::Kind::wait)
+        pass(static_cast<double>(happening.number) / 100);
     }
     comeToRest();
     std::set<std::string> recorded;
