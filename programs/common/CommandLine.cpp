@@ -4,6 +4,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 
 #include "programs/common/ExitCode.h"
 
@@ -60,6 +61,8 @@ CommandLine parseCommandLine(int argc, char** argv, const char* usage) {
   line.arguments.assign(argv + optind, argv + argc);
   if (line.root.empty())
     throw UsageError("no device root: name one with --root DIR or in SENTREL_ROOT");
+  if (!std::filesystem::is_directory(line.root))
+    throw ProgramError("the device root " + line.root + " is no folder");
   return line;
 }
 

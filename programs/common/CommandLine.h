@@ -30,7 +30,7 @@ struct CommandLine {
 
 /// Reads --root and --bus, with SENTREL_ROOT in place of a missing --root; prints the usage or the
 /// version and ends the program where asked to. Options end at the first argument. Throws
-/// UsageError, also when no root is named.
+/// UsageError, also when no root is named, and ProgramError when the root is no folder.
 CommandLine parseCommandLine(int argc, char** argv, const char* usage);
 
 /// Runs a program's body and turns what it throws into one line on standard error and an exit code.

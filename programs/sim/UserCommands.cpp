@@ -37,6 +37,7 @@ Action finger(Phone&, const Words& words) {
   constexpr BiometricEvent results[] = {matched, notMatched, unreadable, lifted};
   return [result = results[choiceOf(words[0], choices)]](Phone& phone) {
     simulated::SimulatedSensor& sensor = phone.device().sensor();
+    if (!sensor.isTouchIDCapable) throw NotPossible("this phone has no sensor for fingers");
     sensor.isFingerOn = result != lifted;
     result == lifted ? sensor.emit(lifted) : show(phone, result);
   };
@@ -45,6 +46,8 @@ Action finger(Phone&, const Words& words) {
 Action face(Phone&, const Words& words) {
   constexpr const char* choices[] = {"match", "no-match"};
   return [isMatch = choiceOf(words[0], choices) == 0](Phone& phone) {
+    if (!phone.device().sensor().isPearlIDCapable)
+      throw NotPossible("this phone has no sensor for faces");
     show(phone, isMatch ? matched : notMatched);
   };
 }

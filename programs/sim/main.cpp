@@ -70,7 +70,7 @@ class Runner {
 
 programs::ExitCode runScript(Phone& phone, const std::string& path) {
   std::ifstream input(path);
-  if (!input) throw ProgramError(path + ": cannot be read");
+  if (!input || std::filesystem::is_directory(path)) throw ProgramError(path + ": cannot be read");
   const auto steps = readScript(phone, input, path);
   if (!phone.pictureFolder().empty()) std::filesystem::create_directories(phone.pictureFolder());
   Runner runner(phone, path);

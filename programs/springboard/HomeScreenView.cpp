@@ -14,7 +14,9 @@ HomeScreenView::HomeScreenView(RealProcess& self)
       fonts_(std::make_shared<const screen::PinnedFonts>()),
       alive_(std::make_shared<HomeScreenView*>(this)) {
   self.process().platform().textMeasuring = std::make_shared<screen::PangoTextMeasuring>(fonts_);
-  home_ = makeHomeScreen(UIScreen::mainScreen().bounds().size, UIUserInterfaceStyle::light);
+  home_ = makeHomeScreen(
+      UIScreen::mainScreen().bounds().size,
+      self.device().screen().userInterfaceStyle().value_or(UIUserInterfaceStyle::light));
   home_->setRootViewController(std::make_shared<UIViewController>());
 }
 

@@ -45,20 +45,11 @@ constexpr const char* usage =
     "Prints \"ready ADDRESS\" once others can ask it, and the log lines that they send.\n";
 
 /// What commands work on.
-class Session {
- public:
-  explicit Session(RealProcess& process) : self(process) {}
-
-  /// Made when it is first needed: it loads fonts.
-  HomeScreenView& view() {
-    if (!view_) view_ = std::make_unique<HomeScreenView>(self);
-    return *view_;
-  }
+struct Session {
+  explicit Session(RealProcess& process) : self(process), view(process) {}
 
   RealProcess& self;
-
- private:
-  std::unique_ptr<HomeScreenView> view_;
+  HomeScreenView view;
 };
 
 void lock(Session& session, const std::string&) {
@@ -116,12 +107,12 @@ void quit(Session& session, const std::string&) {
 }
 
 void launch(Session& session, const std::string& bundleIdentifier) {
-  session.view().launch(bundleIdentifier);
+  session.view.launch(bundleIdentifier);
 }
 
 void openWindow(Session& session, const std::string&) {
   try {
-    session.view().openWindow();
+    session.view.openWindow();
     std::puts("window");
   } catch (const std::runtime_error& error) {
     std::fprintf(stderr, "sentrel-springboard: %s\n", error.what());
@@ -160,6 +151,7 @@ int run(const CommandLine& line) {
   // Before the settings are loaded: a change in between is not missed.
   const host::SettingsReloader reloader;
   SNSettings::sharedSettings();
+  Session session(self);
   const host::SpringBoardObservers observers;
   const host::BiometricEventRelay relay;
   self.connection().serve(bus::springBoardService, std::string(messageChannelName),
@@ -167,7 +159,6 @@ int run(const CommandLine& line) {
                             std::printf("log %s\n", text.c_str());
                           }));
   std::printf("ready %s\n", homeBus.address().c_str());
-  Session session(self);
   // The loop does not keep it.
   const auto reader = std::make_shared<LineReader>(
       self.loop(), LineReader::AtEnd::goOn,

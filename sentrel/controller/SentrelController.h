@@ -224,6 +224,7 @@ class SENTREL_API SentrelController final : public UnlockSessions,
   void showLegacyAlert(const Prompt& prompt);
   void switchModes();
   void followMode();
+  void restSensor();
   void cancel();
   void applyKeyboardRule(const Prompt& prompt);
   void dismissNow(bool animated, std::function<void()> completion);

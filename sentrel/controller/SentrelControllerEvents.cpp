@@ -70,7 +70,7 @@ void SentrelController::handleFingerUp() {
   if (isPromptWaiting())
     animateFingerPrintActions(idleGlyphState, /*animated=*/true, {});
   else
-    SNTouchIDManager::sharedManager()->stopManager();
+    restSensor();
 }
 
 void SentrelController::handleAttemptsExhausted() {
@@ -98,7 +98,7 @@ void SentrelController::handleResult(BiometricEvent event) {
   if (isJustAuthenticated()) {
     SNUtils::logMessage(
         "Sentrel was authenticated just a moments ago, hence not doing anything...");
-    return SNTouchIDManager::sharedManager()->stopManager();
+    return restSensor();
   }
   setJustAuthenticated(event == matchEvent);
   animateFingerPrintActions(modified, /*animated=*/true,
@@ -128,7 +128,7 @@ void SentrelController::takeMatch() {
 // --- The paired watch ----------------------------------------------------------------------------
 
 void SentrelController::askWatch() {
-  SNTouchIDManager::sharedManager()->stopManager();
+  restSensor();
   sendGeneralSNWatchQueryWithReply(
       /*preferSecondRSSI=*/true,
       whileAlive([request = request_](SentrelController& self, const PropertyList& answer) {

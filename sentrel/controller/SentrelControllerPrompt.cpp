@@ -199,9 +199,14 @@ void SentrelController::followMode() {
     if (completionBlock_) startSentrelEvents();
     return;
   }
+  restSensor();
+}
+
+/// Stops the sensor under a prompt that stays. Every stop closes the overlay window, and the prompt
+/// may be in it.
+void SentrelController::restSensor() {
   SNTouchIDManager::sharedManager()->stopManager();
-  // Which has closed the overlay window, and the prompt may be in it.
-  const auto presenter = alert_ ? alert_->presentingViewController() : nullptr;
+  const auto presenter = alert_ && completionBlock_ ? alert_->presentingViewController() : nullptr;
   if (const auto overlay = overlayOf(presenter)) overlay->setHidden(false);
 }
 

@@ -13,8 +13,8 @@ namespace sentrel {
 /// One thing that happens to a phone with a prompt.
 struct Happening {
   enum class Kind {
-    request,    ///< a protected action is asked for, by the presenter of that number
-    event,      ///< the sensor reports that number
+    request,  ///< a protected action is asked for, by the presenter of that number or, 2, over all
+    event,    ///< the sensor reports that number
     lateEvent,  ///< the same, told to the controller though the sensor is not listened to
     tapSwitch,  ///< between glyph and passcode
     tapCancel,
@@ -62,11 +62,12 @@ inline PromptOrder randomOrder(std::mt19937_64& random) {
                                                           6, 7, 9, 10, 12, 13, 28, -1};
   static constexpr std::array<std::int64_t, 8> waits = {0, 0, 5, 10, 20, 40, 60, 310};
   const auto below = [&random](std::size_t count) { return random() % count; };
-  PromptOrder order{{Kind::request, 0}, {Kind::wait, waits[below(waits.size())]}};
+  PromptOrder order{{Kind::request, static_cast<std::int64_t>(below(3))},
+                    {Kind::wait, waits[below(waits.size())]}};
   for (std::size_t left = 2 + below(7); left > 0; --left) {
     const Kind kind = kinds[below(kinds.size())];
     std::int64_t number = 0;
-    if (kind == Kind::request) number = static_cast<std::int64_t>(below(2));
+    if (kind == Kind::request) number = static_cast<std::int64_t>(below(3));
     if (kind == Kind::event || kind == Kind::lateEvent) number = events[below(events.size())];
     if (kind == Kind::watchAnswers) number = static_cast<std::int64_t>(below(3));
     if (kind == Kind::wait) number = waits[below(waits.size())];

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <random>
 #include <string>
@@ -33,6 +34,8 @@ class PromptOrders : public testing::TestWithParam<PromptPhoneKind> {};
 /// the sensor is given back.
 TEST_P(PromptOrders, NeverLeaveWhatMustNotBe) {
   const std::uint64_t seed = chooseSeed();
+  // Before anything happens: a crash says nothing any more.
+  std::printf("SENTREL_SEED=%llu\n", static_cast<unsigned long long>(seed));
   std::mt19937_64 random(seed);
   std::unique_ptr<PromptPhone> phone;
   for (int i = 0; i < ordersOfEachKind; ++i) {

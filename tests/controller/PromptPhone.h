@@ -12,6 +12,7 @@
 #include "sentrel/authui/SNAlertView.h"
 #include "sentrel/authui/SNAuthenticationView.h"
 #include "sentrel/authui/SNAuthenticationViewController.h"
+#include "sentrel/authui/SNWindow.h"
 #include "sentrel/biometrics/SNTouchIDManager.h"
 #include "sentrel/controller/SentrelController.h"
 #include "sentrel/settings/SettingsKeys.h"
@@ -91,6 +92,7 @@ class PromptPhone {
       window->setRootViewController(std::make_shared<UIViewController>());
       window->setHidden(false);
     }
+    windows_.at(overAll) = SNWindow::sharedInstance();
     if (const auto interface = sensorInterface()) interface->setDelegate(owner_);
     if (const auto& monitor = platform().biometricEventMonitor) monitor->addObserver(owner_);
     SNTouchIDManager::sharedManager();
@@ -125,13 +127,20 @@ class PromptPhone {
   }
 
   void request(std::int64_t presenter) {
+    // A request over all takes a turn longer to begin: it has turns of its own.
+    const bool isOverAll = static_cast<std::size_t>(presenter) == overAll;
+    if (isOverAll) pass(0);
     const std::size_t number = ledger_.ask();
+    const auto completion = [this, number](bool authenticated, bool allowed) {
+      ledger_.end(number, authenticated, allowed, now());
+    };
+    if (isOverAll) {
+      controller().requiresAuthentication(keyOf(number), "please", completion);
+      return pass(0);
+    }
     controller().requiresAuthentication(
         keyOf(number), "please",
-        windows_.at(static_cast<std::size_t>(presenter))->rootViewController(),
-        [this, number](bool authenticated, bool allowed) {
-          ledger_.end(number, authenticated, allowed, now());
-        });
+        windows_.at(static_cast<std::size_t>(presenter))->rootViewController(), completion);
   }
 
   /// What the sensor reports reaches whoever listens within the turn.
@@ -216,8 +225,11 @@ class PromptPhone {
 
   void look() {
     std::size_t prompts = 0;
-    for (const auto& window : windows_)
-      if (window->rootViewController()->presentedViewController()) ++prompts;
+    for (const auto& window : windows_) {
+      if (!window->rootViewController()->presentedViewController()) continue;
+      ++prompts;
+      if (window->isHidden()) ledger_.complain("a prompt is in a window that is hidden");
+    }
     if (kind_.isLegacy && prompts > 0) ledger_.complain("a prompt of the wrong kind is on screen");
     if (kind_.isLegacy && shownLegacyAlert()) ++prompts;
     if (prompts > 0) askers_.emplace(promptOnScreen(), ledger_.current());
@@ -309,7 +321,9 @@ class PromptPhone {
   std::shared_ptr<Owner> owner_ = std::make_shared<Owner>();
   std::unique_ptr<simulated::SimulatedProcess> springBoard_;
   std::unique_ptr<simulated::SimulatedProcess> daemon_;
-  std::array<std::shared_ptr<UIWindow>, 2> windows_;
+  /// Those of the presenters, and the overlay window.
+  static constexpr std::size_t overAll = 2;
+  std::array<std::shared_ptr<UIWindow>, 3> windows_;
   PromptLedger ledger_;
   /// Which request each prompt was first seen for.
   std::map<std::weak_ptr<UIResponder>, std::size_t, std::owner_less<>> askers_;
