@@ -34,6 +34,8 @@ Window::Video::Video() {
   // Without the hint a machine that has no display gets a window that nobody can see.
   SDL_SetHint(SDL_HINT_VIDEODRIVER, "wayland,x11");
   SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
+  // The pixels are Cairo's: loading a graphics driver to show them would be for nothing.
+  SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
   SDL_ClearError();
   if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) failToOpen();
 }

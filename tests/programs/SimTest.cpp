@@ -128,6 +128,8 @@ TEST_F(ScriptLanguage, WhatCannotBeDoneEndsTheScript) {
       {"open-pane WLAN/wifi", "com.apple.Preferences does not run"},
       {"item A B\nwait 1\ntap Nirgends", "no button \"Nirgends\" can be tapped; there are: \"Abb"},
       {"item A B\nwait 1\ntype 1", "not every character was taken"},
+      {"sensor face\nfinger match", "this phone has no sensor for fingers"},
+      {"sensor touch\nface match", "this phone has no sensor for faces"},
   };
   for (const auto& [line, complaint] : cases) {
     const ProgramResult result = run(std::string(line) + "\nlock\n");
