@@ -115,9 +115,9 @@ TEST_F(ApplicationEvents, OfTwoApplicationsReachTheOneThatBorrows) {
   const auto other = device.launch("com.example.other");
   other->run([] { SNTouchIDManager::sharedManager(); });
   startInApp();
-  other->run([this] {
+  other->run([] {
     SNTouchIDManager::sharedManager()->setHandleEventBlock(
-        [this](const Interface&, BiometricEvent) { ADD_FAILURE(); });
+        [](const Interface&, BiometricEvent) { ADD_FAILURE(); });
   });
   sense(3);
   EXPECT_THAT(takeEvents(), ElementsAre(3));

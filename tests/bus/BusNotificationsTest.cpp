@@ -43,8 +43,8 @@ TEST_F(BusNotifications, ReachThePosterOnALaterTurnWithThePayloadOfTheirKind) {
   const std::shared_ptr<BusConnection> connection = connect();
   BusNotificationCenter darwin(connection, Kind::darwin);
   BusNotificationCenter distributed(connection, Kind::distributed);
-  const auto observations = {darwin.addObserver("a", noting()),
-                             distributed.addObserver("a", noting())};
+  [[maybe_unused]] const auto observations = {darwin.addObserver("a", noting()),
+                                              distributed.addObserver("a", noting())};
   auto ended = darwin.addObserver("a", noting());
   darwin.post({"a", Dictionary{{"dropped", true}}});
   distributed.post({"a", Dictionary{{"carried", true}}});
@@ -119,9 +119,10 @@ TEST_F(BusNotifications, AreHeardBeforeARequestThatWasSentAfterThem) {
 TEST_F(BusNotifications, ThatMakeNoSenseAreNotHeard) {
   using namespace std::string_literals;
   const auto connection = connect();
-  const auto observations = {connection->addObserver(Kind::distributed, "a", noting()),
-                             connection->addObserver(Kind::darwin, "a", noting()),
-                             connection->addObserver(Kind::darwin, "cut", noting())};
+  [[maybe_unused]] const auto observations = {
+      connection->addObserver(Kind::distributed, "a", noting()),
+      connection->addObserver(Kind::darwin, "a", noting()),
+      connection->addObserver(Kind::darwin, "cut", noting())};
   const RawBus raw(bus_.address());
   const auto emit = [&raw](const char* member, const char* types, auto... arguments) {
     sd_bus_emit_signal(raw.get(), protocol::objectPath, protocol::notificationsInterface, member,
