@@ -1,5 +1,6 @@
 // A program outside the project that asks the installed library one question.
 
+#include <cctype>
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -41,6 +42,24 @@ class Radio final : public sentrel::WiFi {
   std::optional<sentrel::PropertyList::Dictionary> currentNetwork() const override { return {}; }
 };
 
+class English final : public sentrel::CaseMapping {
+ public:
+  std::string lowercased(std::string_view text) const override {
+    return mapped(text, std::tolower);
+  }
+  std::string uppercased(std::string_view text) const override {
+    return mapped(text, std::toupper);
+  }
+
+ private:
+  static std::string mapped(std::string_view text, int (*map)(int)) {
+    std::string result(text);
+    for (char& character : result)
+      character = static_cast<char>(map(static_cast<unsigned char>(character)));
+    return result;
+  }
+};
+
 class Center final : public sentrel::NotificationCenter {
  public:
   void post(sentrel::Notification) override {}
@@ -63,6 +82,7 @@ int main() {
   platform.mainBundle = std::make_shared<Bundle>();
   platform.propertyListFiles = std::make_shared<Files>();
   platform.wifi = std::make_shared<Radio>();
+  platform.caseMapping = std::make_shared<English>();
   platform.darwinCenter = std::make_shared<Center>();
   platform.libraries = std::make_shared<Libraries>();
   sentrel::Process process(std::move(platform));
