@@ -39,8 +39,9 @@ LinearSystem::Outcome LinearSystem::add(const std::vector<Term>& terms, double s
   if (row.terms.empty())
     return std::abs(rest) <= tolerance * std::max(1.0, std::abs(sum)) ? Outcome::repeated
                                                                       : Outcome::conflicting;
-  const auto pivot = std::ranges::max_element(row.terms, {}, magnitude);
-  define(std::move(row.terms), static_cast<std::size_t>(pivot - row.terms.begin()), rest);
+  const auto largest = std::ranges::max_element(row.terms, {}, magnitude);
+  const auto pivot = static_cast<std::size_t>(largest - row.terms.begin());
+  define(std::move(row.terms), pivot, rest);
   return Outcome::fresh;
 }
 
