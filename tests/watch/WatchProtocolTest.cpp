@@ -228,7 +228,7 @@ TEST_F(WatchProtocol, SkipsItemsThatAskForNothing) {
                             {false},
                             {2.0},
                             {"2"},
-                            {Array{2}},
+                            {PropertyList(Array{2})},
                             {Dictionary{{"2", 2}}},
                             {std::int64_t{1} << 32}};
   for (const Array& items : nothings)
