@@ -5,23 +5,33 @@
 #include "sentrel/settings/ServiceNames.h"
 
 namespace sentrel {
+namespace {
+
+/// With sessions switched off nobody needs to be asked; that is how most answers come about.
+template <class Item>
+bool isCovered(const SNSettings& settings, UnlockSessions& sessions, const Item& itemOf) {
+  return settings.isRememberUnlockSession() && sessions.shouldIgnoreAuthentication(itemOf());
+}
+
+}  // namespace
 
 bool SNSettings::isProtectionActive() const {
   return isSentrelEnabled() && !isCurrentlyConnectedToTrustedNetwork();
 }
 
 bool SNSettings::passesGate(const SessionItem& item) const {
-  return isProtectionActive() && !sessions_.shouldIgnoreAuthentication(item);
+  return isProtectionActive() && !isCovered(*this, sessions_, [&] { return item; });
 }
 
 bool SNSettings::passesServiceGate(std::string_view serviceName) const {
-  return isProtectionActive() &&
-         !sessions_.shouldIgnoreAuthentication(platform_.mainBundle->localizedString(serviceName));
+  return isProtectionActive() && !isCovered(*this, sessions_, [&] {
+           return SessionItem(platform_.mainBundle->localizedString(serviceName));
+         });
 }
 
 bool SNSettings::passesSwitchGate(const SessionItem& item) const {
   return isProtectionActive() && SNUtils::isFlipSwitchInstalled() &&
-         !sessions_.shouldIgnoreAuthentication(item);
+         !isCovered(*this, sessions_, [&] { return item; });
 }
 
 bool SNSettings::isMember(ItemSet set, std::string_view item, bool ignoreAllOther) const {
