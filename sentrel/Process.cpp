@@ -44,7 +44,9 @@ class Process::LateSessions final : public UnlockSessions {
 };
 
 Process::Process(Platform platform)
-    : platform_(std::move(platform)), sessions_(std::make_unique<LateSessions>(*this)) {}
+    : platform_(std::move(platform)),
+      isSpringBoard_(platform_.mainBundle->bundleIdentifier() == springBoardBundleIdentifier),
+      sessions_(std::make_unique<LateSessions>(*this)) {}
 
 Process::~Process() {
   Process* self = this;

@@ -55,6 +55,9 @@ class SENTREL_API Process {
 
   Platform& platform() noexcept { return platform_; }
 
+  /// Whether this is the home-screen process.
+  bool isSpringBoard() const noexcept { return isSpringBoard_; }
+
   UIApplication& application();
   SNSettings& settings();
   SNWiFiManager& wifiManager();
@@ -81,7 +84,8 @@ class SENTREL_API Process {
     template <class Make>
     T& get(Make make) {
       // Every question of the settings comes by here: the way once it is made is one load.
-      if (T* object = made_.load(std::memory_order_acquire)) return *object;
+      if (T* object = made_.load(std::memory_order_acquire)) [[likely]]
+        return *object;
       return *share(make);
     }
 
@@ -103,6 +107,7 @@ class SENTREL_API Process {
   class LateSessions;
 
   Platform platform_;
+  const bool isSpringBoard_;
   std::unique_ptr<LateSessions> sessions_;
   Shared<UIApplication> application_;
   Shared<SNSettings> settings_;

@@ -9,7 +9,7 @@
 namespace sentrel {
 
 bool SNUtils::isSpringBoard() {
-  return currentPlatform().mainBundle->bundleIdentifier() == springBoardBundleIdentifier;
+  return Process::current().isSpringBoard();
 }
 
 std::string_view SNUtils::localizedString(std::string_view key) {

@@ -12,6 +12,11 @@ std::optional<PropertyList> wireForm(const SessionItem& item) {
   return std::nullopt;
 }
 
+bool isUnlockedAtHome(const SessionItem& item) {
+  const auto form = wireForm(item);
+  return form && ask<messages::LastUnlocked>(*form);
+}
+
 }  // namespace
 
 void SentrelController::updateLastAuthenticationTime(const std::optional<SessionKey>& key) {
@@ -26,10 +31,7 @@ void SentrelController::updateLastAuthenticationTime(const std::optional<Session
 
 bool SentrelController::shouldIgnoreAuthentication(const SessionItem& item) {
   if (!settings_.isRememberUnlockSession()) return false;
-  if (!SNUtils::isSpringBoard()) {
-    const auto form = wireForm(item);
-    return form && ask<messages::LastUnlocked>(*form);
-  }
+  if (!SNUtils::isSpringBoard()) return isUnlockedAtHome(item);
   // Nothing was ever unlocked, so no cache needs a look.
   if (!lastUnlockedTime_) return false;
   if (!settings_.isRememberUnlockUntilDeviceLocked()) return isInTimedSession(item);
