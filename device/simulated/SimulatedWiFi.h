@@ -36,6 +36,8 @@ class SimulatedWiFi final : public WiFi {
     return PropertyList::Dictionary{{"SSID", *state_->joined}};
   }
 
+  bool seesNoNetwork() const override { return hasClient_ && !state_->joined; }
+
  private:
   std::shared_ptr<const WiFiState> state_;
   bool hasManager_;

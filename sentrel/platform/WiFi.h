@@ -21,6 +21,10 @@ class SENTREL_API WiFi {
 
   /// The joined network, its name under "SSID"; none when no network is joined.
   virtual std::optional<PropertyList::Dictionary> currentNetwork() const = 0;
+
+  /// Whether this process holds the client and sees that no network is joined. Every protection
+  /// question asks this first, so an implementation may answer it in a cheaper way.
+  virtual bool seesNoNetwork() const { return hasClient() && !currentNetwork(); }
 };
 
 }  // namespace sentrel

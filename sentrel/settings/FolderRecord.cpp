@@ -47,12 +47,13 @@ bool haveSameDisplayName(const PropertyList& a, const PropertyList& b) noexcept 
   return nameOfA && nameOfB && *nameOfA == *nameOfB;
 }
 
-bool holdsApplication(const PropertyList& record, std::string_view bundleIdentifier) noexcept {
-  const auto* icons = iconsOf(record);
-  return icons && std::ranges::any_of(*icons, [bundleIdentifier](const PropertyList& icon) {
-           const auto* identifier = bundleIdentifierOf(icon);
-           return identifier && *identifier == bundleIdentifier;
-         });
+RecordsByApplication lastRecordOfEachApplication(const PropertyList::Array& records) {
+  RecordsByApplication last;
+  for (const PropertyList& record : records)
+    if (const auto* icons = iconsOf(record))
+      for (const PropertyList& icon : *icons)
+        if (const auto* identifier = bundleIdentifierOf(icon)) last[*identifier] = &record;
+  return last;
 }
 
 bool holdSameApplications(const PropertyList& a, const PropertyList& b) {

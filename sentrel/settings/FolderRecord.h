@@ -3,6 +3,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
@@ -22,8 +23,9 @@ const PropertyList::Array* iconsOf(const PropertyList& record) noexcept;
 
 bool haveSameDisplayName(const PropertyList& a, const PropertyList& b) noexcept;
 
-/// Whether one of the record's icons has that bundle identifier.
-bool holdsApplication(const PropertyList& record, std::string_view bundleIdentifier) noexcept;
+/// For each application the last of the records that hold it. Lives no longer than the records.
+using RecordsByApplication = std::unordered_map<std::string_view, const PropertyList*>;
+RecordsByApplication lastRecordOfEachApplication(const PropertyList::Array& records);
 
 /// Whether the two records hold the same applications, in any order and number. Never for a record
 /// in which an identifier is missing.

@@ -56,12 +56,6 @@ std::optional<std::string> textOf(const PropertyList* value) {
   return text ? std::optional(*text) : std::nullopt;
 }
 
-/// Replaces `list` by the array under `key`. What the file does not hold stays in memory.
-void replaceIfPresent(PropertyList::Array& list, const PropertyList::Dictionary& file,
-                      std::string_view key) {
-  if (const auto* elements = find<PropertyList::Array>(file, key)) list = *elements;
-}
-
 }  // namespace
 
 SNSettings::SNSettings(Platform& platform, UnlockSessions& sessions, SNWiFiManager& wifiManager)
@@ -79,6 +73,7 @@ void SNSettings::loadSettings() {
 }
 
 void SNSettings::loadSettings(const PropertyList::Dictionary& file) {
+  flipSwitchInstalled_.reset();
   loadValues(file);
   loadLists(file);
 }
@@ -101,8 +96,11 @@ void SNSettings::loadLists(const PropertyList::Dictionary& file) {
     const auto set = static_cast<ItemSet>(i);
     setItems(set, ProtectedItems(find(file, itemSetKey(set))));
   }
-  replaceIfPresent(enabledFolders_, file, keys::folders);
-  replaceIfPresent(wifiNetworks_, file, keys::trustedNetworks);
+  // What the file does not hold stays in memory.
+  if (const auto* folders = find<PropertyList::Array>(file, keys::folders))
+    setEnabledFolders(*folders);
+  if (const auto* networks = find<PropertyList::Array>(file, keys::trustedNetworks))
+    setWifiNetworks(*networks);
 }
 
 bool SNSettings::updateSettingsData(std::string_view key, std::optional<PropertyList> data,

@@ -9,8 +9,9 @@
 
 #include "sentrel/bridge/BridgeSettings.h"
 #include "sentrel/platform/Platform.h"
-#include "sentrel/settings/PrefixIndex.h"
+#include "sentrel/settings/FolderRecord.h"
 #include "sentrel/settings/ProtectedItems.h"
+#include "sentrel/settings/ProtectedServices.h"
 #include "sentrel/settings/SettingsValues.h"
 #include "sentrel/settings/UnlockSessions.h"
 
@@ -31,6 +32,8 @@ class SENTREL_API SNSettings final : public BridgeSettings {
  public:
   /// Loads the settings file. What is handed in outlives the settings.
   SNSettings(Platform& platform, UnlockSessions& sessions, SNWiFiManager& wifiManager);
+  SNSettings(const SNSettings&) = delete;
+  SNSettings& operator=(const SNSettings&) = delete;
 
   /// The current process's settings.
   static SNSettings& sharedSettings();
@@ -167,7 +170,7 @@ class SENTREL_API SNSettings final : public BridgeSettings {
 
   /// Folder records in order, whatever the file holds in their place.
   const PropertyList::Array& enabledFolders() const noexcept { return enabledFolders_; }
-  void setEnabledFolders(PropertyList::Array records) { enabledFolders_ = std::move(records); }
+  void setEnabledFolders(PropertyList::Array records);
 
   /// Names of trusted networks in order, duplicates included.
   const PropertyList::Array& wifiNetworks() const noexcept { return wifiNetworks_; }
@@ -204,22 +207,26 @@ class SENTREL_API SNSettings final : public BridgeSettings {
   bool isAppProtected(std::string_view bundleIdentifier, bool ignoreAllOther = false) const;
 
   /// No identifier is never protected.
-  bool isNotificationsAppProtected(const std::optional<std::string_view>& bundleIdentifier,
-                                   bool ignoreAllOther = false) const;
+  bool isNotificationsAppProtected(std::optional<std::string_view> bundleIdentifier,
+                                   bool ignoreAllOther = false) const {
+    return bundleIdentifier &&
+           isMember(ItemSet::notificationApps, *bundleIdentifier, ignoreAllOther);
+  }
 
   /// A pane of the Settings application, by the name shown there. The system's own pane needs
   /// authentication always, also while the system is off, on a trusted network or inside a session.
   bool isSpecifierProtected(std::string_view paneName, bool ignoreAllOther = false) const;
 
-  /// Without the switches' extension on the device, no switch needs authentication. Asks the file
-  /// system each time, which may allocate.
+  /// Without the switches' extension on the device, no switch needs authentication. Processes take
+  /// in extensions when they start, so the file system is asked once after each load of the
+  /// settings.
   bool isFlipSwitchProtected(std::string_view switchIdentifier, bool ignoreAllOther = false) const;
 
   bool isControlCenterItemProtected(std::string_view itemIdentifier,
                                     bool ignoreAllOther = false) const;
 
   /// Whether the service belongs to a protected application: begins with its identifier, in any
-  /// case of letters. Allocates for a service whose name is not ASCII.
+  /// case of letters. Allocates when a service is asked about for the first time.
   bool isSystemServiceProtected(std::string_view service, bool ignoreAllOther = false) const;
 
   bool isAppArrangementProtected() const;
@@ -352,6 +359,10 @@ class SENTREL_API SNSettings final : public BridgeSettings {
   /// Whether the system is on and no trusted network is joined.
   bool isProtectionActive() const;
 
+  /// Whether an open session covers the item.
+  bool isInSession(const SessionItem& item) const;
+  bool isServiceInSession(std::string_view serviceName) const;
+
   /// Whether the item's own set is to be consulted: protection is active and no open session
   /// covers the item.
   bool passesGate(const SessionItem& item) const;
@@ -362,9 +373,9 @@ class SENTREL_API SNSettings final : public BridgeSettings {
   /// The same for one of the system's own services.
   bool passesServiceGate(std::string_view serviceName) const;
 
+  bool isFlipSwitchInstalled() const;
+  bool isTrusted(const std::optional<PropertyList::Dictionary>& network) const;
   bool isMember(ItemSet set, std::string_view item, bool ignoreAllOther) const;
-  bool belongsToProtectedApplication(std::string_view service) const;
-  std::string_view ownSettingsPane() const;
 
   PropertyList* matchedFolder(const PropertyList& record);
   bool replaceFolder(PropertyList& stored, PropertyList newRecord);
@@ -379,8 +390,17 @@ class SENTREL_API SNSettings final : public BridgeSettings {
   SNWiFiManager& wifiManager_;
   SettingsValues values_;
   std::array<ProtectedItems, itemSetCount> itemSets_;
-  PrefixIndex applicationPrefixes_;
+
+  /// The name of the system's own settings pane, as it was when that set was last filled.
+  std::string ownSettingsPane_;
+
+  /// None until the first question about a switch since the settings were loaded.
+  mutable std::optional<bool> flipSwitchInstalled_;
+  mutable ProtectedServices protectedServices_;
   PropertyList::Array enabledFolders_;
+
+  /// None until it is needed and from each change of the folders on.
+  mutable std::optional<RecordsByApplication> lastFolders_;
   PropertyList::Array wifiNetworks_;
 };
 

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 #include "sentrel/bridge/FolderKeys.h"
 #include "sentrel/bridge/SNUtils.h"
@@ -23,7 +24,13 @@ PropertyList* SNSettings::matchedFolder(const PropertyList& record) {
   return index < 0 ? nullptr : &enabledFolders_[static_cast<std::size_t>(index)];
 }
 
+void SNSettings::setEnabledFolders(PropertyList::Array records) {
+  enabledFolders_ = std::move(records);
+  lastFolders_.reset();
+}
+
 bool SNSettings::writeFolders() {
+  lastFolders_.reset();
   return updateSettingsData(settings_keys::folders, enabledFolders_, /*postNotification=*/true);
 }
 
@@ -108,11 +115,9 @@ std::optional<PropertyList> SNSettings::isFolderProtectedForApp(
 }
 
 const PropertyList* SNSettings::lastFolderWith(std::string_view bundleIdentifier) const {
-  const auto last = std::find_if(enabledFolders_.rbegin(), enabledFolders_.rend(),
-                                 [bundleIdentifier](const PropertyList& record) {
-                                   return holdsApplication(record, bundleIdentifier);
-                                 });
-  return last == enabledFolders_.rend() ? nullptr : &*last;
+  if (!lastFolders_) lastFolders_ = lastRecordOfEachApplication(enabledFolders_);
+  const auto last = lastFolders_->find(bundleIdentifier);
+  return last == lastFolders_->end() ? nullptr : last->second;
 }
 
 }  // namespace sentrel

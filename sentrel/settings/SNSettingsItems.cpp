@@ -1,8 +1,5 @@
-#include <algorithm>
 #include <utility>
-#include <vector>
 
-#include "sentrel/settings/AsciiCase.h"
 #include "sentrel/settings/SNSettings.h"
 #include "sentrel/settings/SettingsKeys.h"
 
@@ -11,21 +8,6 @@ namespace {
 
 /// The system's own on and off switch: never protected.
 constexpr std::string_view ownFlipSwitch = "com.quorvin.sentrel.flipswitch";
-
-std::string lowercased(std::string_view text, const CaseMapping& caseMapping) {
-  if (!isAscii(text)) return caseMapping.lowercased(text);
-  std::string lower(text);
-  std::ranges::transform(lower, lower.begin(), asciiLowercased);
-  return lower;
-}
-
-PrefixIndex prefixIndex(const ProtectedItems& items, const CaseMapping& caseMapping) {
-  std::vector<std::string> prefixes;
-  prefixes.reserve(items.size());
-  for (const std::string& item : items)
-    prefixes.push_back(lowercased(item, caseMapping));
-  return PrefixIndex(std::move(prefixes));
-}
 
 }  // namespace
 
@@ -58,10 +40,13 @@ bool SNSettings::writeItems(ItemSet set) {
 }
 
 void SNSettings::itemsChanged(ItemSet set) {
-  if (set == ItemSet::settings) items(set).add(ownSettingsPane());
+  if (set == ItemSet::settings) {
+    ownSettingsPane_ = platform_.mainBundle->localizedString("Sentrel");
+    items(set).add(ownSettingsPane_);
+  }
   if (set == ItemSet::flipSwitches) items(set).remove(ownFlipSwitch);
   if (set == ItemSet::applications)
-    applicationPrefixes_ = prefixIndex(items(set), *platform_.caseMapping);
+    protectedServices_ = ProtectedServices(items(set), *platform_.caseMapping);
 }
 
 bool SNSettings::addToProtectedApps(std::string_view bundleIdentifier) {

@@ -8,8 +8,11 @@ namespace sentrel {
 
 bool SNSettings::isCurrentlyConnectedToTrustedNetwork() const {
   // Without a trusted network the joined one does not matter, and an application need not ask.
-  if (wifiNetworks_.empty()) return false;
-  const auto network = wifiManager_.currentNetWork();
+  if (wifiNetworks_.empty() || wifiManager_.seesNoNetwork()) return false;
+  return isTrusted(wifiManager_.currentNetWork());
+}
+
+bool SNSettings::isTrusted(const std::optional<PropertyList::Dictionary>& network) const {
   const auto* name = network ? find<std::string>(*network, "SSID") : nullptr;
   return name && hasWiFiNetwork(*name);
 }

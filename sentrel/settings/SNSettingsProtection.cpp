@@ -1,37 +1,38 @@
 #include "sentrel/bridge/SNUtils.h"
-#include "sentrel/settings/AsciiCase.h"
 #include "sentrel/settings/SNSettings.h"
 #include "sentrel/settings/SNWiFiManager.h"
 #include "sentrel/settings/ServiceNames.h"
 
 namespace sentrel {
-namespace {
-
-/// With sessions switched off nobody needs to be asked; that is how most answers come about.
-template <class Item>
-bool isCovered(const SNSettings& settings, UnlockSessions& sessions, const Item& itemOf) {
-  return settings.isRememberUnlockSession() && sessions.shouldIgnoreAuthentication(itemOf());
-}
-
-}  // namespace
-
 bool SNSettings::isProtectionActive() const {
   return isSentrelEnabled() && !isCurrentlyConnectedToTrustedNetwork();
 }
 
 bool SNSettings::passesGate(const SessionItem& item) const {
-  return isProtectionActive() && !isCovered(*this, sessions_, [&] { return item; });
+  return isProtectionActive() && !isInSession(item);
+}
+
+bool SNSettings::isInSession(const SessionItem& item) const {
+  // With sessions switched off nobody needs to be asked; that is how most answers come about.
+  return isRememberUnlockSession() && sessions_.shouldIgnoreAuthentication(item);
 }
 
 bool SNSettings::passesServiceGate(std::string_view serviceName) const {
-  return isProtectionActive() && !isCovered(*this, sessions_, [&] {
-           return SessionItem(platform_.mainBundle->localizedString(serviceName));
-         });
+  return isProtectionActive() && !isServiceInSession(serviceName);
+}
+
+bool SNSettings::isServiceInSession(std::string_view serviceName) const {
+  return isRememberUnlockSession() &&
+         sessions_.shouldIgnoreAuthentication(platform_.mainBundle->localizedString(serviceName));
 }
 
 bool SNSettings::passesSwitchGate(const SessionItem& item) const {
-  return isProtectionActive() && SNUtils::isFlipSwitchInstalled() &&
-         !isCovered(*this, sessions_, [&] { return item; });
+  return isProtectionActive() && isFlipSwitchInstalled() && !isInSession(item);
+}
+
+bool SNSettings::isFlipSwitchInstalled() const {
+  if (!flipSwitchInstalled_) flipSwitchInstalled_ = SNUtils::isFlipSwitchInstalled();
+  return *flipSwitchInstalled_;
 }
 
 bool SNSettings::isMember(ItemSet set, std::string_view item, bool ignoreAllOther) const {
@@ -46,17 +47,8 @@ bool SNSettings::isAppProtected(std::string_view bundleIdentifier, bool ignoreAl
   return isMember(ItemSet::applications, bundleIdentifier, ignoreAllOther);
 }
 
-bool SNSettings::isNotificationsAppProtected(
-    const std::optional<std::string_view>& bundleIdentifier, bool ignoreAllOther) const {
-  return bundleIdentifier && isMember(ItemSet::notificationApps, *bundleIdentifier, ignoreAllOther);
-}
-
-std::string_view SNSettings::ownSettingsPane() const {
-  return platform_.mainBundle->localizedString("Sentrel");
-}
-
 bool SNSettings::isSpecifierProtected(std::string_view paneName, bool ignoreAllOther) const {
-  const bool skipsGate = ignoreAllOther || paneName == ownSettingsPane();
+  const bool skipsGate = ignoreAllOther || paneName == ownSettingsPane_;
   return isMember(ItemSet::settings, paneName, skipsGate);
 }
 
@@ -72,12 +64,7 @@ bool SNSettings::isControlCenterItemProtected(std::string_view itemIdentifier,
 }
 
 bool SNSettings::isSystemServiceProtected(std::string_view service, bool ignoreAllOther) const {
-  return (ignoreAllOther || passesGate(service)) && belongsToProtectedApplication(service);
-}
-
-bool SNSettings::belongsToProtectedApplication(std::string_view service) const {
-  if (isAscii(service)) return applicationPrefixes_.beginsWithAny(service);
-  return applicationPrefixes_.beginsWithAny(platform_.caseMapping->lowercased(service));
+  return (ignoreAllOther || passesGate(service)) && protectedServices_.contains(service);
 }
 
 bool SNSettings::isAppArrangementProtected() const {

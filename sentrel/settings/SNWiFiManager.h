@@ -20,6 +20,9 @@ class SENTREL_API SNWiFiManager {
   /// Holds at least "SSID"; none when no network is joined.
   std::optional<PropertyList::Dictionary> currentNetWork() const;
 
+  /// Whether this process sees by itself that no network is joined.
+  bool seesNoNetwork() const { return platform_.wifi->seesNoNetwork(); }
+
  private:
   Platform& platform_;
 };

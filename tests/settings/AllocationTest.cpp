@@ -35,6 +35,7 @@ class ProtectionQuestions : public TwoProcesses {
   }
 
   const std::string item = "com.example.an.application.with.a.long.name";
+  const std::string accented = item + ".école";
 };
 
 TEST_F(ProtectionQuestions, AllocateNothingOnceWarm) {
@@ -52,6 +53,8 @@ TEST_F(ProtectionQuestions, AllocateNothingOnceWarm) {
       {"control centre",
        [this](const SNSettings& s) { return s.isControlCenterItemProtected(item); }},
       {"service", [this](const SNSettings& s) { return s.isSystemServiceProtected(item); }},
+      {"service that is not ASCII",
+       [this](const SNSettings& s) { return s.isSystemServiceProtected(accented); }},
       {"arrangement", [](const SNSettings& s) { return s.isAppArrangementProtected(); }},
       {"app switcher", [](const SNSettings& s) { return s.isAppSwitcherProtected(); }},
       {"respring", [](const SNSettings& s) { return s.isRespringProtected(); }},

@@ -343,6 +343,27 @@ TEST_F(FolderedApp, IsProtectedByTheLastRecordThatHoldsIt) {
   }
 }
 
+TEST_F(FolderedApp, IsProtectedAsTheFoldersAreAfterEachChange) {
+  useFolders({}, {});
+  const PropertyList both = work[0];
+  const PropertyList mailAlone = folder("Work", {icon("mail")});
+  EXPECT_EQ(protectingFolder(), std::nullopt);
+  settings().addToFolders(mailAlone);
+  EXPECT_EQ(protectingFolder(), std::nullopt);
+  settings().updateFoldersData(mailAlone, /*add=*/true, icon("notes"));
+  EXPECT_EQ(protectingFolder(), both);
+  settings().updateFoldersData(both, mailAlone);
+  EXPECT_EQ(protectingFolder(), std::nullopt);
+  settings().setEnabledFolders({both});
+  EXPECT_EQ(protectingFolder(), both);
+  settings().removeFromFolders(both);
+  EXPECT_EQ(protectingFolder(), std::nullopt);
+  settings().addToFolders(both);
+  EXPECT_EQ(protectingFolder(), both);
+  settings().resetAllFolders();
+  EXPECT_EQ(protectingFolder(), std::nullopt);
+}
+
 TEST_F(FolderedApp, PassesTheGateUnlessAllOtherIsIgnored) {
   useFolders(work, sessions());
   settings().setSentrelEnabled(false);

@@ -167,11 +167,22 @@ TEST_F(Protection, SwitchesNeedTheirExtension) {
   useSettings(everything());
   for (const char* path : flipSwitchLibraries) {
     device.files().remove(path);
+    settings().reloadSettings();
     EXPECT_FALSE(settings().isFlipSwitchProtected("item")) << path;
     EXPECT_TRUE(settings().isFlipSwitchProtected("item", /*ignoreAllOther=*/true));
     device.files().touch(path);
   }
+  settings().reloadSettings();
   EXPECT_TRUE(settings().isFlipSwitchProtected("item"));
+}
+
+TEST_F(Protection, ASwitchStaysProtectedWhenItsExtensionIsRemovedBehindARunningProcess) {
+  useSettings(everything());
+  EXPECT_TRUE(settings().isFlipSwitchProtected("item"));
+  device.files().remove(flipSwitchLibraries[0]);
+  EXPECT_TRUE(settings().isFlipSwitchProtected("item"));
+  settings().reloadSettings();
+  EXPECT_FALSE(settings().isFlipSwitchProtected("item"));
 }
 
 TEST_F(Protection, SystemServicesBelongToTheApplicationThatTheyBeginWith) {
