@@ -96,45 +96,9 @@ void bareSetLookUp(benchmark::State& state) {
 }
 BENCHMARK(bareSetLookUp);
 
-using Question = bool (*)(const SNSettings& settings, const std::string& item);
-
-struct NamedQuestion {
-  const char* name;
-  Question ask;
-};
-
-const NamedQuestion questions[] = {
-    {"isAppProtected/ignoreAllOther",
-     [](const SNSettings& s, const std::string& item) { return s.isAppProtected(item, true); }},
-    {"isAppProtected",
-     [](const SNSettings& s, const std::string& item) { return s.isAppProtected(item); }},
-    {"isNotificationsAppProtected",
-     [](const SNSettings& s, const std::string& item) {
-       return s.isNotificationsAppProtected(item);
-     }},
-    {"isSpecifierProtected",
-     [](const SNSettings& s, const std::string& item) { return s.isSpecifierProtected(item); }},
-    {"isFlipSwitchProtected",
-     [](const SNSettings& s, const std::string& item) { return s.isFlipSwitchProtected(item); }},
-    {"isControlCenterItemProtected",
-     [](const SNSettings& s, const std::string& item) {
-       return s.isControlCenterItemProtected(item);
-     }},
-    {"isSystemServiceProtected",
-     [](const SNSettings& s, const std::string& item) { return s.isSystemServiceProtected(item); }},
-    {"isAppSwitcherProtected",
-     [](const SNSettings& s, const std::string&) { return s.isAppSwitcherProtected(); }},
-    {"isPhotosProtected",
-     [](const SNSettings& s, const std::string&) { return s.isPhotosProtected(); }},
-    {"isCallerIDProtected",
-     [](const SNSettings& s, const std::string&) { return s.isCallerIDProtected(); }},
-    {"isHideCallerInfoOnAttentionAway",
-     [](const SNSettings& s, const std::string&) { return s.isHideCallerInfoOnAttentionAway(); }},
-    {"isUnlockWithAppleWatch",
-     [](const SNSettings& s, const std::string&) { return s.isUnlockWithAppleWatch(); }},
-};
-
-void askInTurn(benchmark::State& state, Question ask, bool sessions) {
+/// `ask` is a function of its own for each question: called directly, as the set is above.
+template <class Ask>
+void askInTurn(benchmark::State& state, Ask ask, bool sessions) {
   HomeScreen homeScreen(everythingProtected(sessions));
   for (const char* library : {"Flipswitch.dylib", "FlipControlCenter.dylib"})
     homeScreen.device.files().touch("/Library/MobileSubstrate/DynamicLibraries/" +
@@ -145,12 +109,38 @@ void askInTurn(benchmark::State& state, Question ask, bool sessions) {
     benchmark::DoNotOptimize(ask(settings, turns.next()));
 }
 
+template <class Ask>
+void registerQuestion(const std::string& name, Ask ask) {
+  for (const bool sessions : {false, true})
+    benchmark::RegisterBenchmark(((sessions ? "sessionsOn/" : "sessionsOff/") + name).c_str(),
+                                 askInTurn<Ask>, ask, sessions);
+}
+
 const int questionsRegistered = [] {
-  for (const NamedQuestion& question : questions)
-    for (const bool sessions : {false, true})
-      benchmark::RegisterBenchmark(
-          ((sessions ? "sessionsOn/" : "sessionsOff/") + std::string(question.name)).c_str(),
-          askInTurn, question.ask, sessions);
+  using Settings = const SNSettings&;
+  using Item = const std::string&;
+  registerQuestion("isAppProtected/ignoreAllOther", [](Settings s, Item item) {
+    return s.isAppProtected(item, /*ignoreAllOther=*/true);
+  });
+  registerQuestion("isAppProtected", [](Settings s, Item item) { return s.isAppProtected(item); });
+  registerQuestion("isNotificationsAppProtected",
+                   [](Settings s, Item item) { return s.isNotificationsAppProtected(item); });
+  registerQuestion("isSpecifierProtected",
+                   [](Settings s, Item item) { return s.isSpecifierProtected(item); });
+  registerQuestion("isFlipSwitchProtected",
+                   [](Settings s, Item item) { return s.isFlipSwitchProtected(item); });
+  registerQuestion("isControlCenterItemProtected",
+                   [](Settings s, Item item) { return s.isControlCenterItemProtected(item); });
+  registerQuestion("isSystemServiceProtected",
+                   [](Settings s, Item item) { return s.isSystemServiceProtected(item); });
+  registerQuestion("isAppSwitcherProtected",
+                   [](Settings s, Item) { return s.isAppSwitcherProtected(); });
+  registerQuestion("isPhotosProtected", [](Settings s, Item) { return s.isPhotosProtected(); });
+  registerQuestion("isCallerIDProtected", [](Settings s, Item) { return s.isCallerIDProtected(); });
+  registerQuestion("isHideCallerInfoOnAttentionAway",
+                   [](Settings s, Item) { return s.isHideCallerInfoOnAttentionAway(); });
+  registerQuestion("isUnlockWithAppleWatch",
+                   [](Settings s, Item) { return s.isUnlockWithAppleWatch(); });
   return 0;
 }();
 
