@@ -92,6 +92,10 @@ const std::shared_ptr<SNTouchIDManager>& Process::touchIDManager() {
   return touchIDManager_.share([this] { return SNTouchIDManager::makeShared(platform_); });
 }
 
+std::shared_ptr<BiometricObserver> Process::biometricMonitor() {
+  return touchIDManager();
+}
+
 const BridgeSettings& Process::bridgeSettings() {
   return settings();
 }

@@ -55,7 +55,7 @@ class SENTREL_API Process {
 
   Platform& platform() noexcept { return platform_; }
 
-  /// Whether this is the home-screen process.
+  /// Whether this is the home-screen process. A process is so named from its start to its end.
   bool isSpringBoard() const noexcept { return isSpringBoard_; }
 
   UIApplication& application();
@@ -67,6 +67,9 @@ class SENTREL_API Process {
   const BridgeSettings& bridgeSettings();
 
   const std::shared_ptr<SNTouchIDManager>& touchIDManager();
+
+  /// The same, as the bridge below it knows it.
+  std::shared_ptr<BiometricObserver> biometricMonitor();
 
   // Views and their controllers are shared with whoever shows them.
   const std::shared_ptr<SNSimplePasscodeView>& simplePasscodeView();

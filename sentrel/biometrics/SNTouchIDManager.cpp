@@ -32,9 +32,7 @@ std::shared_ptr<SNTouchIDManager> SNTouchIDManager::sharedManager() {
 }
 
 std::shared_ptr<SNTouchIDManager> SNTouchIDManager::makeShared(Platform& platform) {
-  std::shared_ptr<SNTouchIDManager> manager(new SNTouchIDManager(platform));
-  SNUtils::setDefaultBiometricObserver(manager);
-  return manager;
+  return std::shared_ptr<SNTouchIDManager>(new SNTouchIDManager(platform));
 }
 
 std::shared_ptr<BiometricInterface> SNTouchIDManager::bioMetricInterface() {

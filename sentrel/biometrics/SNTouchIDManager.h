@@ -28,8 +28,7 @@ class SENTREL_API SNTouchIDManager final : public BiometricObserver,
   /// The current process's own.
   static std::shared_ptr<SNTouchIDManager> sharedManager();
 
-  /// What sharedManager is made by. `platform` outlives the manager, which becomes the observer
-  /// meant where the bridge is given none.
+  /// What sharedManager is made by. `platform` outlives the manager.
   static std::shared_ptr<SNTouchIDManager> makeShared(Platform& platform);
 
   /// The sensor interface of the running system, or null.

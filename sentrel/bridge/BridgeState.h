@@ -39,9 +39,6 @@ struct BridgeState {
   /// The logging library, once it was asked for: what it does, it does only while it is open.
   std::shared_ptr<DynamicLibrary> messageLog;
 
-  /// Who stands in where no observer is named.
-  std::weak_ptr<BiometricObserver> defaultObserver;
-
   /// The registrations for biometric events from another process, one an observer.
   std::map<const BiometricObserver*, Observation> distributedObservers;
 

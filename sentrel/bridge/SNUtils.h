@@ -175,9 +175,6 @@ class SENTREL_API SNUtils {
 
   using Observer = std::shared_ptr<BiometricObserver>;
 
-  /// Makes `observer` the one meant where none is named. Not retained.
-  static void setDefaultBiometricObserver(const Observer& observer);
-
   /// Takes the sensor for this system: the home-screen process registers the observer and takes an
   /// assertion; any other has the home screen do so, and with `shouldAddDarwinObserver` hands the
   /// observer the events that come from there. Observers are not retained.

@@ -58,15 +58,15 @@ void restartInBackground(const std::string& bundleIdentifier) {
     platform.springBoard->launchApplicationWithIdentifier(bundleIdentifier, /*suspended=*/true);
 }
 
-/// With the home screen itself at the front there is nothing to suspend, but home can be pressed.
+/// With the home screen itself at the front there is nothing to suspend, but home can be pressed:
+/// so it is where nobody tells what is at the front.
 void suspendByApplicationObjects() {
   const Platform& platform = currentPlatform();
   const auto& springBoard = platform.springBoard;
-  const auto front = springBoard && springBoard->_accessibilityFrontMostApplication
-                         ? springBoard->_accessibilityFrontMostApplication()
-                         : nullptr;
+  const bool canTellFront = springBoard && springBoard->_accessibilityFrontMostApplication;
+  const auto front = canTellFront ? springBoard->_accessibilityFrontMostApplication() : nullptr;
   const auto& controller = platform.applicationController;
-  if (controller && controller->suspendApplicationWithBundleIdentifier) {
+  if (canTellFront && controller && controller->suspendApplicationWithBundleIdentifier) {
     if (front) controller->suspendApplicationWithBundleIdentifier(front->bundleIdentifier());
   } else if (springBoard && springBoard->_simulateHomeButtonPress) {
     springBoard->_simulateHomeButtonPress();

@@ -83,7 +83,7 @@ void SNUtils::startPresenceDetectOperation(const Observer& delegate) {
 }
 
 void SNUtils::startPresenceDetectOperation() {
-  startPresenceDetectOperation(currentState().defaultObserver.lock());
+  startPresenceDetectOperation(Process::current().biometricMonitor());
 }
 
 void SNUtils::stopPresenceDetectOperation() {

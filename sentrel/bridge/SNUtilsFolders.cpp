@@ -66,7 +66,7 @@ bool SNUtils::hasAnyParentFolder(const std::string& bundleIdentifier) {
   const bool hasFolder = !isRootFolder(folder);
   logMessage(
       hasFolder ? "App '%@' has a parent folder: %@" : "App '%@' does not have any folder: %@",
-      bundleIdentifier, describe(folder));
+      bundleIdentifier, [&folder] { return describe(folder); });
   return hasFolder;
 }
 

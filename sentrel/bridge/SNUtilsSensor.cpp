@@ -20,7 +20,7 @@ std::int64_t matchingMode() {
 }
 
 Observer defaultObserver() {
-  return currentState().defaultObserver.lock();
+  return Process::current().biometricMonitor();
 }
 
 void acquireAssertion(const Observer& observer) {
@@ -41,9 +41,8 @@ void sentrelPearlIDHandler(const Observer& observer, const Notification& notific
 }
 
 void observeDistributedEvents(const Observer& observer) {
-  auto handler = [isNamed = observer != nullptr,
-                  named = std::weak_ptr(observer)](const Notification& notification) {
-    sentrelPearlIDHandler(isNamed ? named.lock() : defaultObserver(), notification);
+  auto handler = [observer = std::weak_ptr(observer)](const Notification& notification) {
+    sentrelPearlIDHandler(observer.lock(), notification);
   };
   currentState().distributedObservers.insert_or_assign(
       observer.get(), currentPlatform().distributedCenter->addObserver(
@@ -65,10 +64,6 @@ void dropOwnAssertions(SBUIBiometricResource& resource) {
 
 }  // namespace
 
-void SNUtils::setDefaultBiometricObserver(const Observer& observer) {
-  currentState().defaultObserver = observer;
-}
-
 void SNUtils::startBioMetricsResource(const Observer& observer, bool shouldAddDarwinObserver) {
   if (isSpringBoard()) return acquireAssertion(observer);
   if (shouldAddDarwinObserver) observeDistributedEvents(observer);
@@ -86,8 +81,6 @@ void SNUtils::stopBioMetricsResource(const Observer& observer) {
 }
 
 void SNUtils::stopBioMetricsResource() {
-  // The default may have been registered only after the start.
-  currentState().distributedObservers.erase(nullptr);
   stopBioMetricsResource(defaultObserver());
 }
 

@@ -10,7 +10,8 @@
 
 namespace sentrel {
 
-/// One argument of a format text, already rendered.
+/// One argument of a format text, already rendered. What is costly to put together is handed over
+/// as a function that does it.
 class SENTREL_API TextArgument {
  public:
   TextArgument(std::string_view text) : text_(text) {}
@@ -20,6 +21,7 @@ class SENTREL_API TextArgument {
   TextArgument(const PropertyList& value) : text_(describe(value)) {}
   TextArgument(const PropertyList::Array& value) : text_(describe(value)) {}
   TextArgument(const PropertyList::Dictionary& value) : text_(describe(value)) {}
+  TextArgument(const std::invocable auto& make) : TextArgument(make()) {}
   template <class T>
   TextArgument(const std::optional<T>& value)
       : text_(value ? TextArgument(*value).text_ : "(null)") {}

@@ -23,7 +23,7 @@ class SENTREL_API WiFi {
   virtual std::optional<PropertyList::Dictionary> currentNetwork() const = 0;
 
   /// Whether this process holds the client and sees that no network is joined. Every protection
-  /// question asks this first, so an implementation may answer it in a cheaper way.
+  /// question asks this first, so a radio that can tell without making a dictionary overrides it.
   virtual bool seesNoNetwork() const { return hasClient() && !currentNetwork(); }
 };
 

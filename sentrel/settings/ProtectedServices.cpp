@@ -1,25 +1,31 @@
 #include "sentrel/settings/ProtectedServices.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
-
-#include "sentrel/platform/CaseMapping.h"
 
 namespace sentrel {
 namespace {
 
-/// More services than any phone has. Past this the answers are forgotten, so that made-up names
-/// cannot fill the memory.
-constexpr std::size_t mostAnswers = 4096;
+constexpr char asciiLowercased(char c) noexcept {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c;
+}
+
+/// Also of a text that is not UTF-8, which the mapping leaves as it is: one stray byte is not to
+/// take a service out of its application.
+std::string lowercased(std::string_view text, const CaseMapping& caseMapping) {
+  std::string lower = caseMapping.lowercased(text);
+  std::ranges::transform(lower, lower.begin(), asciiLowercased);
+  return lower;
+}
 
 }  // namespace
 
 ProtectedServices::ProtectedServices(const ProtectedItems& applications,
-                                     const CaseMapping& caseMapping)
-    : caseMapping_(&caseMapping) {
+                                     const CaseMapping& caseMapping) {
   prefixes_.reserve(applications.size());
   for (const std::string& application : applications)
-    prefixes_.push_back(caseMapping.lowercased(application));
+    prefixes_.push_back(lowercased(application, caseMapping));
   keepDecidingPrefixes();
 }
 
@@ -33,10 +39,10 @@ void ProtectedServices::keepDecidingPrefixes() {
   prefixes_ = std::move(deciding);
 }
 
-bool ProtectedServices::contains(std::string_view service) {
+bool ProtectedServices::contains(std::string_view service, const CaseMapping& caseMapping) {
   if (const auto index = asked_.find(service)) return answers_[*index];
-  const bool answer = !prefixes_.empty() && beginsWithPrefix(caseMapping_->lowercased(service));
-  remember(service, answer);
+  const bool answer = beginsWithPrefix(lowercased(service, caseMapping));
+  if (service.size() <= longestKept) keep(service, answer);
   return answer;
 }
 
@@ -46,13 +52,10 @@ bool ProtectedServices::beginsWithPrefix(std::string_view lowercasedService) con
   return after != prefixes_.begin() && lowercasedService.starts_with(*std::prev(after));
 }
 
-void ProtectedServices::remember(std::string_view service, bool answer) {
-  if (answers_.size() == mostAnswers) {
-    asked_ = {};
-    answers_.clear();
-  }
+void ProtectedServices::keep(std::string_view service, bool answer) {
+  if (asked_.size() == mostAnswers) asked_ = {};
   asked_.add(service);
-  answers_.push_back(answer);
+  answers_[asked_.size() - 1] = answer;
 }
 
 }  // namespace sentrel

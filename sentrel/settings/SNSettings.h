@@ -377,8 +377,9 @@ class SENTREL_API SNSettings final : public BridgeSettings {
   bool isTrusted(const std::optional<PropertyList::Dictionary>& network) const;
   bool isMember(ItemSet set, std::string_view item, bool ignoreAllOther) const;
 
-  PropertyList* matchedFolder(const PropertyList& record);
-  bool replaceFolder(PropertyList& stored, PropertyList newRecord);
+  /// What looks into the folders is forgotten first.
+  PropertyList::Array& foldersToChange();
+  bool replaceFolder(std::int64_t index, PropertyList newRecord);
   bool writeFolders();
   const PropertyList* lastFolderWith(std::string_view bundleIdentifier) const;
 

@@ -19,18 +19,16 @@ std::int64_t SNSettings::matchedFolderDataIndex(const PropertyList& record) cons
   return match == enabledFolders_.end() ? -1 : match - enabledFolders_.begin();
 }
 
-PropertyList* SNSettings::matchedFolder(const PropertyList& record) {
-  const std::int64_t index = matchedFolderDataIndex(record);
-  return index < 0 ? nullptr : &enabledFolders_[static_cast<std::size_t>(index)];
+void SNSettings::setEnabledFolders(PropertyList::Array records) {
+  foldersToChange() = std::move(records);
 }
 
-void SNSettings::setEnabledFolders(PropertyList::Array records) {
-  enabledFolders_ = std::move(records);
+PropertyList::Array& SNSettings::foldersToChange() {
   lastFolders_.reset();
+  return enabledFolders_;
 }
 
 bool SNSettings::writeFolders() {
-  lastFolders_.reset();
   return updateSettingsData(settings_keys::folders, enabledFolders_, /*postNotification=*/true);
 }
 
@@ -39,9 +37,9 @@ bool SNSettings::addToFolders(PropertyList record) {
   const std::int64_t index = matchedFolderDataIndex(record);
   SNUtils::logMessage("Got counter as: %ld", index);
   if (index < 0)
-    enabledFolders_.push_back(std::move(record));
+    foldersToChange().push_back(std::move(record));
   else
-    enabledFolders_[static_cast<std::size_t>(index)] = std::move(record);
+    foldersToChange()[static_cast<std::size_t>(index)] = std::move(record);
   SNUtils::logMessage("After adding self.enabledFolders: %@", enabledFolders_);
   return writeFolders();
 }
@@ -50,15 +48,16 @@ bool SNSettings::removeFromFolders(const PropertyList& record) {
   SNUtils::logMessage("Removing folders info to settings: %@", record);
   const std::int64_t index = matchedFolderDataIndex(record);
   if (index < 0) throw std::out_of_range("the folder to remove is not among the protected folders");
-  enabledFolders_.erase(enabledFolders_.begin() + index);
+  PropertyList::Array& folders = foldersToChange();
+  folders.erase(folders.begin() + index);
   return writeFolders();
 }
 
 bool SNSettings::updateFoldersData(const PropertyList& record, bool add,
                                    const std::optional<PropertyList>& newData) {
-  PropertyList* const stored = matchedFolder(record);
-  if (!stored) return false;
-  PropertyList folder = *stored;
+  const std::int64_t index = matchedFolderDataIndex(record);
+  if (index < 0) return false;
+  PropertyList folder = enabledFolders_[static_cast<std::size_t>(index)];
   SNUtils::logMessage("Got folder data as: %@", folder);
   PropertyList::Array icons = *iconsOf(folder);
   SNUtils::logMessage("allFoldersArray: %@", icons);
@@ -66,23 +65,23 @@ bool SNSettings::updateFoldersData(const PropertyList& record, bool add,
   if (newData && !add) std::erase(icons, *newData);
   folder.as<PropertyList::Dictionary>()->insert_or_assign(std::string(folder_keys::allIcons),
                                                           std::move(icons));
-  return replaceFolder(*stored, std::move(folder));
+  return replaceFolder(index, std::move(folder));
 }
 
 bool SNSettings::updateFoldersData(const PropertyList& record, PropertyList newRecord) {
-  PropertyList* const stored = matchedFolder(record);
-  return stored && replaceFolder(*stored, std::move(newRecord));
+  const std::int64_t index = matchedFolderDataIndex(record);
+  return index >= 0 && replaceFolder(index, std::move(newRecord));
 }
 
-bool SNSettings::replaceFolder(PropertyList& stored, PropertyList newRecord) {
-  stored = std::move(newRecord);
+bool SNSettings::replaceFolder(std::int64_t index, PropertyList newRecord) {
+  foldersToChange()[static_cast<std::size_t>(index)] = std::move(newRecord);
   SNUtils::logMessage("After updating: %@", enabledFolders_);
   return writeFolders();
 }
 
 bool SNSettings::resetAllFolders() {
   SNUtils::logMessage("Resetting all folders....");
-  enabledFolders_.clear();
+  foldersToChange().clear();
   return writeFolders();
 }
 

@@ -64,7 +64,8 @@ bool SNSettings::isControlCenterItemProtected(std::string_view itemIdentifier,
 }
 
 bool SNSettings::isSystemServiceProtected(std::string_view service, bool ignoreAllOther) const {
-  return (ignoreAllOther || passesGate(service)) && protectedServices_.contains(service);
+  return (ignoreAllOther || passesGate(service)) &&
+         protectedServices_.contains(service, *platform_.caseMapping);
 }
 
 bool SNSettings::isAppArrangementProtected() const {

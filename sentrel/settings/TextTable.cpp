@@ -15,7 +15,7 @@ constexpr std::size_t wordSize = sizeof(Word);
 
 Word wordAt(const char* bytes, std::size_t length = wordSize) noexcept {
   Word word = 0;
-  std::memcpy(&word, bytes, length);
+  if (length > 0) std::memcpy(&word, bytes, length);
   return word;
 }
 

@@ -160,27 +160,30 @@ TEST_F(SensorResource, EventsAreLoggedWithTheirPayload) {
               ElementsAre("############ sentrelPearlIDHandler->Got data: " + describe(payload)));
 }
 
-TEST_F(SensorResource, WithoutAnObserverTheDefaultHears) {
-  inApp([this] {
+TEST_F(SensorResource, WithoutAnObserverTheMonitorHears) {
+  std::vector<BiometricEvent> events;
+  inApp([&events] {
     SNUtils::startBioMetricsResource(/*shouldAddDarwinObserver=*/true);
-    SNUtils::setDefaultBiometricObserver(listener);
+    SNTouchIDManager::sharedManager()->setHandleEventBlock(
+        [&events](const std::shared_ptr<BiometricInterface>&, BiometricEvent event) {
+          events.push_back(event);
+        });
   });
   tellEvent(PropertyList::Dictionary{{"EC", 1}});
   inApp([] { SNUtils::stopBioMetricsResource(); });
   tellEvent(PropertyList::Dictionary{{"EC", 2}});
-  inApp([] { SNUtils::startBioMetricsResource(/*shouldAddDarwinObserver=*/true); });
-  tellEvent(PropertyList::Dictionary{{"EC", 3}});
-  inApp([] { SNUtils::stopBioMetricsResource(); });
-  tellEvent(PropertyList::Dictionary{{"EC", 4}});
-  EXPECT_THAT(listener->events, ElementsAre(1, 3));
+  EXPECT_THAT(events, ElementsAre(1));
+  SNUtils::startBioMetricsResource(/*shouldAddDarwinObserver=*/true);
+  EXPECT_THAT(resource().observers(), ElementsAre(SNTouchIDManager::sharedManager()));
+  SNUtils::stopBioMetricsResource();
+  EXPECT_THAT(resource().observers(), IsEmpty());
 }
 
 TEST_F(SensorResource, AnObserverThatIsGoneHearsNothing) {
   startInApp(listener, /*shouldAddDarwinObserver=*/true);
-  listener.reset();
-  inApp([this] { SNUtils::setDefaultBiometricObserver(other); });
+  const std::weak_ptr gone = std::exchange(listener, nullptr);
   tellEvent(PropertyList::Dictionary{{"EC", 1}});
-  EXPECT_THAT(other->events, IsEmpty()) << "nobody stands in for it";
+  EXPECT_TRUE(gone.expired()) << "nobody keeps it";
 }
 
 class PresenceDetection : public SensorResource {
@@ -196,13 +199,12 @@ class PresenceDetection : public SensorResource {
 
 TEST_F(PresenceDetection, IsOneAProcess) {
   SNUtils::startPresenceDetectOperation(listener);
-  SNUtils::setDefaultBiometricObserver(listener);
   SNUtils::startPresenceDetectOperation();
   SNUtils::stopPresenceDetectOperation();
   SNUtils::stopPresenceDetectOperation();
   EXPECT_THAT(device.journal().lines(),
               ElementsAre("detect presence for listener", "stop detecting presence",
-                          "detect presence for listener", "stop detecting presence"));
+                          "detect presence for <SNTouchIDManager>", "stop detecting presence"));
 }
 
 TEST_F(PresenceDetection, LogsHowItsStartWent) {

@@ -207,6 +207,11 @@ TEST_F(SuspendingTheFrontMostApp, WithNothingAtTheFrontNothingIsSuspended) {
   EXPECT_THAT(device.journal().lines(), IsEmpty());
 }
 
+TEST_F(SuspendingTheFrontMostApp, WhereNobodyTellsWhatIsAtTheFrontHomeIsPressed) {
+  home().springBoard->_accessibilityFrontMostApplication = nullptr;
+  EXPECT_THAT(suspend(), ElementsAre("press the home button"));
+}
+
 TEST_F(SuspendingTheFrontMostApp, AnApplicationAsksTheHomeScreen) {
   inApp([] { SNUtils::suspendFrontMostApp(); });
   EXPECT_THAT(takeRequests(), ElementsAre("com.quorvin.sentrel.suspend.front.most.app"));

@@ -209,6 +209,8 @@ TEST_F(Protection, SystemServicesBelongToTheApplicationThatTheyBeginWith) {
       {{"com.k"}, "com.\u212A.share", true},
       {{"com.école"}, "com.ecole", false},
       {{"com.bad\xff"}, "com.bad\xff.share", true},
+      {{"Com.Bad\xff"}, "COM.bad\xff.share", true},
+      {{"com.example.app"}, "COM.Example.App.share\xff", true},
       {{""}, "anything", true},
       {{}, "anything", false},
   };
@@ -216,7 +218,49 @@ TEST_F(Protection, SystemServicesBelongToTheApplicationThatTheyBeginWith) {
     SCOPED_TRACE(service.service);
     useEverythingBut("SentrelApplications", service.applications);
     EXPECT_EQ(settings().isSystemServiceProtected(service.service), service.isProtected);
+    EXPECT_EQ(settings().isSystemServiceProtected(service.service), service.isProtected);
   }
+}
+
+TEST_F(Protection, ManyAndLongServicesAreAnsweredLikeAnyOther) {
+  useEverythingBut("SentrelApplications", Array{"com.example.app"});
+  for (int round = 0; round < 2; ++round)
+    for (int i = 0; i < 5000; ++i) {
+      const bool isProtected = i % 3 == 0;
+      const std::string service =
+          (isProtected ? "com.example.app." : "org.example.app.") + std::to_string(i);
+      ASSERT_EQ(settings().isSystemServiceProtected(service), isProtected) << service;
+    }
+  const std::string tail(10'000, 'x');
+  EXPECT_TRUE(settings().isSystemServiceProtected("com.example.app" + tail));
+  EXPECT_FALSE(settings().isSystemServiceProtected("com.example.ap" + tail));
+}
+
+/// A radio that leaves it to the platform's own rule whether it sees no network.
+class PlainRadio final : public WiFi {
+ public:
+  PlainRadio(bool hasClient, bool isJoined) : hasClient_(hasClient), isJoined_(isJoined) {}
+
+  bool hasManager() const override { return true; }
+  bool hasClient() const override { return hasClient_; }
+  std::optional<Array> knownNetworks() const override { return Array(); }
+  std::optional<Dictionary> currentNetwork() const override {
+    return isJoined_ ? std::optional(Dictionary{{"SSID", "home"}}) : std::nullopt;
+  }
+
+ private:
+  bool hasClient_;
+  bool isJoined_;
+};
+
+TEST_F(Protection, ARadioThatOnlyNamesItsNetworkIsTrustedAlike) {
+  for (const bool hasClient : {false, true})
+    for (const bool isJoined : {false, true}) {
+      SCOPED_TRACE(testing::Message() << hasClient << isJoined);
+      springBoard->process().platform().wifi = std::make_shared<PlainRadio>(hasClient, isJoined);
+      useSettings(everything());
+      EXPECT_EQ(settings().isAppProtected("item"), !(hasClient && isJoined));
+    }
 }
 
 /// Short texts over few letters, so that many begin with one another.
