@@ -28,6 +28,33 @@ const std::string* textUnder(const Dictionary& entries, std::string_view key) {
   return text && !text->empty() ? text : nullptr;
 }
 
+/// A yes or no about the hardware, and what it sets.
+struct Flag {
+  std::string_view key;
+  void (*set)(SimulatedDevice& device, bool value);
+};
+
+constexpr Flag flags[] = {
+    {"Locked", [](SimulatedDevice& d, bool value) { d.lock().setLocked(value); }},
+    {"PasscodeSet", [](SimulatedDevice& d, bool value) { d.lock().setPasscodeSet(value); }},
+    {"TouchID", [](SimulatedDevice& d, bool value) { d.sensor().isTouchIDCapable = value; }},
+    {"FaceID", [](SimulatedDevice& d, bool value) { d.sensor().isPearlIDCapable = value; }},
+    {"Enrolled", [](SimulatedDevice& d, bool value) { d.sensor().isEnrolled = value; }},
+    {"BiometricUnlock", [](SimulatedDevice& d, bool value) { d.sensor().isUnlockEnabled = value; }},
+    {"FingerOn", [](SimulatedDevice& d, bool value) { d.sensor().isFingerOn = value; }},
+    {"LegacyAlerts", [](SimulatedDevice& d, bool value) { d.system().canUseAlertView = value; }},
+    {"DarkMode",
+     [](SimulatedDevice& d, bool value) {
+       d.screen().setUserInterfaceStyle(value ? UIUserInterfaceStyle::dark
+                                              : UIUserInterfaceStyle::light);
+     }},
+    {"Tablet",
+     [](SimulatedDevice& d, bool value) {
+       d.screen().setUserInterfaceIdiom(value ? UIUserInterfaceIdiom::pad
+                                              : UIUserInterfaceIdiom::phone);
+     }},
+};
+
 bool isHidden(const Dictionary& info) {
   const auto* tags = find<Array>(info, "SBAppTags");
   return tags && std::ranges::find(*tags, PropertyList("hidden")) != tags->end();
@@ -137,23 +164,19 @@ void DeviceRootReader::fillSystem(SimulatedDevice& device) {
 void DeviceRootReader::fillState(SimulatedDevice& device) {
   const auto state = read(stateFile);
   if (!state) return;
-  const auto flag = [&state](std::string_view key) {
-    const PropertyList* value = find(*state, key);
-    return value && value->boolValue();
-  };
   if (const std::string* model = textUnder(*state, "Model")) device.system().model = *model;
   if (const std::string* network = textUnder(*state, "JoinedNetwork"))
     device.wifi().joined = *network;
   if (const std::string* front = textUnder(*state, "FrontApplication"))
     device.applications().setFront(*front);
-  device.lock().setLocked(flag("Locked"));
-  device.lock().setPasscodeSet(flag("PasscodeSet"));
-  device.sensor().isTouchIDCapable = flag("TouchID");
-  device.sensor().isPearlIDCapable = flag("FaceID");
-  device.screen().setUserInterfaceStyle(flag("DarkMode") ? UIUserInterfaceStyle::dark
-                                                         : UIUserInterfaceStyle::light);
-  device.screen().setUserInterfaceIdiom(flag("Tablet") ? UIUserInterfaceIdiom::pad
-                                                       : UIUserInterfaceIdiom::phone);
+  if (const PropertyList* scenes = find(*state, "ConnectedScenes"))
+    device.system().connectedScenes =
+        static_cast<std::size_t>(std::max<std::int64_t>(scenes->integerValue(), 0));
+  if (const auto* reasons = find<Array>(*state, "Assertions"))
+    for (const PropertyList& reason : *reasons)
+      if (const auto* text = reason.as<std::string>()) device.sensor().hold(/*mode=*/5, *text);
+  for (const Flag& flag : flags)
+    if (const PropertyList* value = find(*state, flag.key)) flag.set(device, value->boolValue());
 }
 
 void DeviceRootReader::fillApplications(SimulatedDevice& device) {

@@ -7,6 +7,9 @@
 namespace sentrel::simulated {
 namespace {
 
+// Scenes and dark mode came together.
+constexpr int firstVersionWithScenes = 13;
+
 int majorVersion(const SystemState& system) {
   return static_cast<int>(PropertyList(system.version).integerValue());
 }
@@ -72,6 +75,7 @@ void SimulatedDevice::addCommonParts(Platform& platform) const {
   platform.libraries = libraries_;
   platform.spawner = std::make_shared<SimulatedSpawner>(journal_);
   platform.audioServices = audioServices_;
+  if (majorVersion(*system_) < firstVersionWithScenes) screen_->setUserInterfaceStyle(std::nullopt);
   platform.screen = screen_;
   platform.textMeasuring = std::make_shared<FixedTextMeasuring>();
   platform.qvUtils = makeQVUtils(applications_, system_);
@@ -80,6 +84,8 @@ void SimulatedDevice::addCommonParts(Platform& platform) const {
 void SimulatedDevice::addSpringBoardClasses(Platform& platform) const {
   platform.applicationController = makeApplicationController(applications_);
   platform.springBoard = makeSpringBoardApplication(applications_, system_);
+  if (majorVersion(*system_) < firstVersionWithScenes)
+    platform.springBoard->connectedScenes = nullptr;
   platform.springBoard->isLocked = [lock = lock_] { return lock->isLocked(); };
   platform.iconController = makeIconController(homeScreen_);
   platform.lockScreenManager = makeLockScreenManager(lock_);

@@ -28,6 +28,11 @@ class ProfileConnection final : public MCProfileConnection {
 
 }  // namespace
 
+void SimulatedLock::setLocked(bool value) {
+  const bool wasLocked = std::exchange(isLocked_, value);
+  if (value && !wasLocked && locked_) locked_();
+}
+
 std::shared_ptr<SBLockScreenManager> makeLockScreenManager(const SharedLock& lock) {
   auto manager = std::make_shared<SBLockScreenManager>();
   manager->isUILocked = [lock] { return lock->isLocked(); };

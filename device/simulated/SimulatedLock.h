@@ -18,8 +18,11 @@ class SimulatedLock {
   void setPasscodeSet(bool value) noexcept { isPasscodeSet_ = value; }
   bool isPasscodeSet() const noexcept { return isPasscodeSet_; }
 
-  void setLocked(bool value) noexcept { isLocked_ = value; }
+  void setLocked(bool value);
   bool isLocked() const noexcept { return isLocked_; }
+
+  /// Is called each time that an unlocked device is locked, by whomever.
+  void setHandler(std::function<void()> locked) { locked_ = std::move(locked); }
 
   void note(std::string action) { journal_->record(std::move(action)); }
 
@@ -27,6 +30,7 @@ class SimulatedLock {
   std::shared_ptr<Journal> journal_;
   bool isPasscodeSet_ = true;
   bool isLocked_ = false;
+  std::function<void()> locked_;
 };
 
 using SharedLock = std::shared_ptr<SimulatedLock>;

@@ -9,6 +9,8 @@ namespace {
 
 using Observer = std::shared_ptr<BiometricObserver>;
 
+constexpr BiometricEvent fingerLifted = 0;
+
 class HeldAssertion final : public BiometricMatchAssertion {
  public:
   HeldAssertion(std::shared_ptr<Journal> journal, std::string reason)
@@ -142,6 +144,7 @@ void SimulatedSensor::addListener(const std::shared_ptr<SensorListener>& listene
 }
 
 void SimulatedSensor::emit(BiometricEvent event) {
+  if (isTouchIDCapable) isFingerOn = event != fingerLifted;
   for (const Listening& entry : listeners_) {
     const auto queue = entry.mainQueue.lock();
     if (!queue) continue;

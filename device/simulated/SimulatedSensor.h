@@ -52,7 +52,8 @@ class SimulatedSensor {
   const std::vector<Assertion>& assertions() const noexcept { return assertions_; }
   std::vector<std::string> reasons() const;
 
-  /// Senses something: every listener hears of it, on a later turn of its process's main queue.
+  /// Senses something, a finger until it is lifted: every listener hears of it, on a later turn of
+  /// its process's main queue.
   void emit(BiometricEvent event);
 
   /// `listener` hears of every event from now on, inside the current process, as long as it lives.

@@ -7,55 +7,31 @@
 
 #include "device/bus/DeviceBus.h"
 #include "host/SettingsReloader.h"
+#include "programs/app/Commands.h"
 #include "programs/common/CommandLine.h"
 #include "programs/common/ExitCode.h"
 #include "programs/common/LineReader.h"
 #include "programs/common/RealProcess.h"
 #include "programs/common/Words.h"
-#include "sentrel/controller/SentrelController.h"
 
 namespace sentrel::programs {
 namespace {
 
-constexpr const char* usage =
-    "usage: sentrel-app [options] BUNDLE-ID [COMMAND [ITEM]]\n"
-    "\n"
-    "Runs as the process of the application BUNDLE-ID. Without a command it obeys the lines of\n"
-    "standard input, each answered by one line, until they end. ITEM is another bundle identifier\n"
-    "in place of the application's own.\n"
-    "\n"
-    "commands:\n"
-    "  ask [ITEM]      whether it needs authentication now: YES or NO\n"
-    "  listed [ITEM]   whether it is configured as protected, whatever else: YES or NO\n"
-    "  session [ITEM]  whether an open session covers it: YES or NO\n"
-    "  unlock [ITEM]   records that it was authenticated just now: prints OK\n";
-
-struct Answer {
-  const char* text;
-  ExitCode code;
-};
-
-Answer yesOrNo(bool yes) {
-  return yes ? Answer{"YES", exitDone} : Answer{"NO", exitNo};
-}
-
-Answer obey(const std::vector<std::string>& words, const std::string& ownIdentifier) {
-  if (words.empty() || words.size() > 2) throw UsageError("expected COMMAND [ITEM]");
-  const std::string& command = words[0];
-  const std::string& item = words.size() == 2 ? words[1] : ownIdentifier;
-  const SNSettings& settings = SNSettings::sharedSettings();
-  SentrelController& controller = SentrelController::sharedInstance();
-  if (command == "ask") return yesOrNo(settings.isAppProtected(item));
-  if (command == "listed") return yesOrNo(settings.isAppProtected(item, /*ignoreAllOther=*/true));
-  if (command == "session") return yesOrNo(controller.shouldIgnoreAuthentication(item));
-  if (command != "unlock") throw UsageError("unknown command " + command);
-  controller.updateLastAuthenticationTime(SessionKey(item));
-  return {"OK", exitDone};
-}
+const std::string usage = std::string(
+                              "usage: sentrel-app [options] BUNDLE-ID [COMMAND [ITEM]]\n"
+                              "\n"
+                              "Runs as the process of the application BUNDLE-ID. Without a command "
+                              "it obeys the lines of\n"
+                              "standard input, each answered by one line, until they end. ITEM is "
+                              "another bundle identifier\n"
+                              "in place of the application's own.\n"
+                              "\n"
+                              "commands:\n") +
+                          appCommandsUsage;
 
 void answer(const std::vector<std::string>& words, const std::string& ownIdentifier) {
   try {
-    std::puts(obey(words, ownIdentifier).text);
+    obey(words, ownIdentifier, [](const Answer& answered) { std::puts(answered.text.c_str()); });
   } catch (const UsageError& error) {
     std::puts("?");
     std::fprintf(stderr, "sentrel-app: %s\n", error.what());
@@ -73,6 +49,19 @@ void obeyInput(RealProcess& self, const std::string& ownIdentifier) {
       });
   self.loop().add(commands);
   self.loop().run();
+}
+
+/// Returns once the command is answered.
+ExitCode obeyOnce(RealProcess& self, const std::vector<std::string>& words,
+                  const std::string& ownIdentifier) {
+  ExitCode code = exitCouldNot;
+  obey(words, ownIdentifier, [&](const Answer& answered) {
+    std::puts(answered.text.c_str());
+    code = answered.code;
+    self.loop().stop();
+  });
+  self.loop().run();
+  return code;
 }
 
 int run(const CommandLine& line) {
@@ -93,9 +82,7 @@ int run(const CommandLine& line) {
     obeyInput(self, identifier);
     return exitDone;
   }
-  const Answer answered = obey(words, identifier);
-  std::puts(answered.text);
-  return answered.code;
+  return obeyOnce(self, words, identifier);
 }
 
 }  // namespace
@@ -103,5 +90,5 @@ int run(const CommandLine& line) {
 
 int main(int argc, char** argv) {
   using namespace sentrel::programs;
-  return runProgram("sentrel-app", usage, argc, argv, run);
+  return runProgram("sentrel-app", usage.c_str(), argc, argv, run);
 }

@@ -38,7 +38,6 @@ Action finger(Phone&, const Words& words) {
   return [result = results[choiceOf(words[0], choices)]](Phone& phone) {
     simulated::SimulatedSensor& sensor = phone.device().sensor();
     if (!sensor.isTouchIDCapable) throw NotPossible("this phone has no sensor for fingers");
-    sensor.isFingerOn = result != lifted;
     result == lifted ? sensor.emit(lifted) : show(phone, result);
   };
 }

@@ -54,8 +54,8 @@ struct Session {
 
 void lock(Session& session, const std::string&) {
   session.self.device().lock().setLocked(true);
-  SentrelController::sharedInstance().deviceLocked();
-  std::puts("locked");
+  // Behind what the lock itself brings about.
+  session.self.loop().async([] { std::puts("locked"); });
 }
 
 void unlock(Session& session, const std::string&) {
@@ -152,6 +152,9 @@ int run(const CommandLine& line) {
   const host::SettingsReloader reloader;
   SNSettings::sharedSettings();
   Session session(self);
+  // On a turn of its own: whoever locked the device may be in the middle of something.
+  self.device().lock().setHandler(
+      [&self] { self.loop().async([] { SentrelController::sharedInstance().deviceLocked(); }); });
   const host::SpringBoardObservers observers;
   const host::BiometricEventRelay relay;
   self.connection().serve(bus::springBoardService, std::string(messageChannelName),
