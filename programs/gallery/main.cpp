@@ -1,10 +1,15 @@
 #include <exception>
 #include <iostream>
+#include <string_view>
 
 #include "programs/common/ExitCode.h"
 #include "programs/gallery/Gallery.h"
 
 namespace {
+
+constexpr const char* usage =
+    "usage: sentrel-gallery OUT-FOLDER\n"
+    "Paints every screen of the prompt, the overlay and the caller cover into PNG files.\n";
 
 void paintEverything(sentrel::gallery::Gallery& gallery) {
   using namespace sentrel::gallery;
@@ -19,10 +24,13 @@ void paintEverything(sentrel::gallery::Gallery& gallery) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 2 || argv[1][0] == '-') {
-    std::cerr << "usage: sentrel-gallery OUT-FOLDER\n"
-                 "Paints every screen of the prompt, the overlay and the caller cover into PNG "
-                 "files.\n";
+  const std::string_view argument = argc == 2 ? argv[1] : "";
+  if (argument == "--help") {
+    std::cout << usage;
+    return sentrel::programs::exitDone;
+  }
+  if (argument.empty() || argument.starts_with('-')) {
+    std::cerr << usage;
     return sentrel::programs::exitUsage;
   }
   try {
