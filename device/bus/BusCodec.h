@@ -19,7 +19,7 @@ namespace sentrel::bus {
 /// The most that a user info may hold, as measured by the codec, which counts a little more than
 /// the bus needs. Bus connections are cut by larger messages than the bus allows, so this is well
 /// below what a private bus allows.
-inline constexpr std::size_t maximumUserInfoSize = 512 * 1024;
+inline constexpr std::size_t maximumUserInfoSize = 8 << 20;
 
 /// The number of dictionaries and arrays inside each other. The bus itself ends at 64 containers,
 /// of which a dictionary takes three.

@@ -48,10 +48,10 @@ constexpr const char* configuration = R"(<!DOCTYPE busconfig PUBLIC
     <allow receive_type="error"/>
     <allow receive_type="signal"/>
   </policy>
-  <limit name="max_message_size">1048576</limit>
+  <limit name="max_message_size">33554432</limit>
   <limit name="max_message_unix_fds">0</limit>
-  <limit name="max_incoming_bytes">8388608</limit>
-  <limit name="max_outgoing_bytes">67108864</limit>
+  <limit name="max_incoming_bytes">67108864</limit>
+  <limit name="max_outgoing_bytes">134217728</limit>
   <limit name="max_completed_connections">512</limit>
   <limit name="max_connections_per_user">512</limit>
   <limit name="max_names_per_connection">16</limit>

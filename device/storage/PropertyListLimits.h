@@ -4,9 +4,9 @@
 
 namespace sentrel::storage {
 
-/// The largest property list that is read or written, in bytes. Settings with a thousand protected
-/// items take about a tenth of it.
-constexpr std::size_t maximumPropertyListSize = 1 << 20;
+/// The largest property list that is read, written or sent, in bytes: a folder of thirty thousand
+/// icons.
+constexpr std::size_t maximumPropertyListSize = 8 << 20;
 
 /// How many containers may lie inside one another. Readers and writers recurse once a level.
 constexpr std::size_t maximumPropertyListDepth = 256;

@@ -166,7 +166,7 @@ TEST_F(PlistFilesTest, LeavesTheOldFileWhenTheNewOneCannotBeMadeOrRead) {
   ASSERT_TRUE(files_.writeDictionary("/settings", old_));
   const std::string before = folder_.content("settings");
   EXPECT_FALSE(files_.writeDictionary("/settings", {{"a", "\xFF"}}));
-  EXPECT_FALSE(files_.writeDictionary("/settings", {{"a", std::string(2 << 20, 'a')}}));
+  EXPECT_FALSE(files_.writeDictionary("/settings", {{"a", std::string(9 << 20, 'a')}}));
   EXPECT_EQ(folder_.content("settings"), before);
   EXPECT_EQ(folder_.count(), 1);
 }

@@ -209,7 +209,7 @@ TEST(PropertyListCoding, RefusesWhatIsNoPropertyList) {
       {xml("<string>\xF4\x90\x80\x80</string>"), Kind::notUtf8},
       {xml("<dict><key>\xE2\x82</key><true/></dict>"), Kind::notUtf8},
       {std::string("\xFF\xFE<\0p\0", 6), Kind::notUtf8},
-      {std::string(std::size_t{1} << 21, ' '), Kind::tooLarge},
+      {std::string((std::size_t{8} << 20) + 1, ' '), Kind::tooLarge},
   };
   for (const auto& [bytes, kind] : cases) {
     SCOPED_TRACE(bytes.substr(0, 60));
@@ -231,7 +231,7 @@ TEST(PropertyListCoding, BoundsTheDepthOfXml) {
   EXPECT_TRUE(std::holds_alternative<PropertyList>(parsePropertyList(nested(256))));
   expectFault(nested(257), Kind::tooDeep);
   expectFault(repeated(100'000, "<array>"), Kind::tooDeep);
-  expectFault(repeated(100'000, "<dict><key/>"), Kind::tooLarge);
+  expectFault(repeated(800'000, "<dict><key/>"), Kind::tooLarge);
   expectFault(repeated(80'000, "<dict><key>"), Kind::damaged);
 }
 
@@ -300,10 +300,11 @@ TEST(BinaryPropertyList, BoundsWhatSharedLeavesUnfoldTo) {
   const auto text = texts.add('\x5F' + std::string("\x11\x40\x00", 3) + std::string(0x4000, 'a'));
   expectValue(texts.finish(texts.addArray({text, text})),
               Array{std::string(0x4000, 'a'), std::string(0x4000, 'a')});
-  expectFault(texts.finish(texts.addArray(std::vector<std::uint32_t>(100, text))), Kind::tooLarge);
+  expectFault(texts.finish(texts.addArray(std::vector<std::uint32_t>(1'000, text))),
+              Kind::tooLarge);
   BinaryListBuilder flags;
   const auto flag = flags.add("\x09");
-  expectFault(flags.finish(flags.addArray(std::vector<std::uint32_t>(160'000, flag))),
+  expectFault(flags.finish(flags.addArray(std::vector<std::uint32_t>(1'300'000, flag))),
               Kind::tooLarge);
 }
 
@@ -391,9 +392,9 @@ TEST(PropertyListCoding, WritesNothingThatCannotBeReadBack) {
       Dictionary{{"\xC3", true}},
       date(1e12),
       date(std::nan("")),
-      std::string(1 << 20, 'a'),
-      std::string(300'000, '&'),
-      PropertyList::Data(900'000),
+      std::string(8 << 20, 'a'),
+      std::string(2'400'000, '&'),
+      PropertyList::Data(7'200'000),
       nested(257),
   };
   for (const PropertyList& value : values)
