@@ -22,8 +22,9 @@ std::shared_ptr<bus::BusConnection> connect(const char* program,
   if (!address.empty()) options.address = address;
   options.onLost = [program, wanted = !address.empty()](const std::string& reason) {
     if (wanted)
-      std::fprintf(stderr, "%s: no bus (%s): nothing is answered or heard\n", program,
-                   reason.c_str());
+      std::fprintf(stderr,
+                   "%s: the bus of the home screen is gone (%s): nothing is answered or heard\n",
+                   program, reason.c_str());
   };
   return std::make_shared<bus::BusConnection>(loop, options);
 }

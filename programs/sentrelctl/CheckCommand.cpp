@@ -5,6 +5,7 @@
 #include "device/storage/PlistFiles.h"
 #include "programs/common/CommandLine.h"
 #include "programs/sentrelctl/Command.h"
+#include "sentrel/settings/SNSettings.h"
 #include "sentrel/settings/SettingsKeys.h"
 
 namespace sentrel::sentrelctl {
@@ -123,6 +124,9 @@ void checkTogether(Report& report, const PropertyList::Dictionary& file) {
   const auto* passcode = find<std::string>(file, settings_keys::passcode);
   if (onlyPasscode && onlyPasscode->boolValue() && (!passcode || passcode->empty()))
     report.fault(settings_keys::usePasscodeOnly, "has no effect: no passcode is stored");
+  if (passcode && !passcode->empty() && !SNSettings::sharedSettings().decryptString(*passcode))
+    report.fault(settings_keys::passcode,
+                 "is no enciphered passcode: nothing that is typed is right");
 }
 
 ExitCode check(const Context& context, const Arguments& arguments) {

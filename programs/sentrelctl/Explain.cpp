@@ -9,7 +9,10 @@
 namespace sentrel::sentrelctl {
 namespace {
 
+constexpr const char* unknown = "unknown: the home screen does not answer";
+
 void explainNetwork(const SNSettings& settings) {
+  if (!homeScreenAnswers()) return step("trusted network?", unknown);
   const auto network = SNWiFiManager::sharedManager().currentNetWork();
   const auto* name = network ? find<std::string>(*network, "SSID") : nullptr;
   if (!name) return step("trusted network?", "no: none is joined");
@@ -26,6 +29,11 @@ std::string yesOrNo(bool yes) {
   return yes ? "yes" : "no";
 }
 
+bool homeScreenAnswers() {
+  static const bool answers = SNWiFiManager::sharedManager().knownNetworks().has_value();
+  return answers;
+}
+
 void explainActivity() {
   const SNSettings& settings = SNSettings::sharedSettings();
   step("enabled?", yesOrNo(settings.isSentrelEnabled()));
@@ -33,6 +41,7 @@ void explainActivity() {
 }
 
 void explainSession(std::string_view item) {
+  if (!homeScreenAnswers()) return step("open session?", unknown);
   const bool covered = SentrelController::sharedInstance().shouldIgnoreAuthentication(item);
   step("open session?", yesOrNo(covered) + ": " + std::string(item));
 }

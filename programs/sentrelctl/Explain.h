@@ -15,6 +15,9 @@ void step(const char* question, const std::string& answer);
 
 std::string yesOrNo(bool yes);
 
+/// Whether there is a home-screen process that answers. Asked once.
+bool homeScreenAnswers();
+
 /// Whether the system is on, and whether a trusted network is joined.
 void explainActivity();
 
@@ -24,9 +27,11 @@ void explainSession(std::string_view item);
 /// The last line, and the exit code that says the same.
 programs::ExitCode conclude(bool isProtected);
 
-/// Explain what is no member of a set: one of the phone's own features, and the folder that an
-/// application lies in. Throw UsageError for an unknown feature.
+/// Explain what is no member of a set: one of the phone's own features, the folder that holds an
+/// application, and an application by the folder that it lies in. Throw UsageError for an unknown
+/// feature.
 programs::ExitCode explainFeature(const std::string& name);
+programs::ExitCode explainFolder(const std::string& bundleIdentifier);
 programs::ExitCode explainFolderOf(const std::string& bundleIdentifier);
 
 /// The entry of a table that has the name; throws UsageError with all names there are, `others`

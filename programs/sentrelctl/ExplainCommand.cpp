@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <iterator>
 #include <string>
 #include <string_view>
 
@@ -12,6 +14,7 @@ namespace sentrel::sentrelctl {
 namespace {
 
 using programs::ExitCode;
+using programs::UsageError;
 
 /// One kind of item: how it is called here, whether it is configured, and whether it needs
 /// authentication now.
@@ -67,13 +70,30 @@ ExitCode explainItem(const Kind& kind, const std::string& item) {
   return conclude(kind.isProtected(settings, item));
 }
 
+/// The kinds that are explained elsewhere.
+constexpr std::string_view others[] = {"feature", "folder", "folder-of"};
+
+std::string otherKinds() {
+  std::string names;
+  for (const std::string_view name : others)
+    names += " " + std::string(name);
+  return names;
+}
+
+bool isKind(const std::string& word) {
+  return std::ranges::find(others, word) != std::end(others) ||
+         std::ranges::find(kinds, word, &Kind::name) != std::end(kinds);
+}
+
 ExitCode explain(const Context& context, const Arguments& arguments) {
   const std::string kind = arguments.size() == 2 ? arguments[0] : "app";
   const std::string& item = arguments.back();
+  if (arguments.size() == 1 && isKind(item)) throw UsageError("expected explain " + item + " ITEM");
   readSettingsFile(context);
   if (kind == "feature") return explainFeature(item);
+  if (kind == "folder") return explainFolder(item);
   if (kind == "folder-of") return explainFolderOf(item);
-  return explainItem(named(kinds, kind, "kind of item", " feature folder-of"), item);
+  return explainItem(named(kinds, kind, "kind of item", otherKinds()), item);
 }
 
 constexpr Command commands[] = {

@@ -1,36 +1,85 @@
 #include <algorithm>
+#include <ranges>
 
+#include "device/simulated/SimulatedHomeScreen.h"
+#include "programs/common/CommandLine.h"
 #include "programs/sentrelctl/Explain.h"
-#include "sentrel/bridge/SNUtils.h"
+#include "programs/sentrelctl/Folders.h"
+#include "sentrel/settings/FolderRecord.h"
 #include "sentrel/settings/SNSettings.h"
 #include "sentrel/settings/SettingsKeys.h"
 
 namespace sentrel::sentrelctl {
 namespace {
 
-void explainSet(const SNSettings& settings, const std::string& bundleIdentifier) {
-  const auto folder = settings.isFolderProtectedForApp(bundleIdentifier, /*ignoreAllOther=*/true);
-  const auto& stored = settings.enabledFolders();
-  const bool isStored = folder && std::ranges::find(stored, *folder) != stored.end();
-  step("in the set?", yesOrNo(isStored) + ": the protected folders");
-  if (isStored) return;
-  const std::string key(settings_keys::allFoldersProtected);
-  const bool areAll = settings.isAllFoldersProtected();
-  step("all folders?", yesOrNo(areAll) + ": " + key);
+void explainAllFolders(const SNSettings& settings) {
+  step("all folders?", yesOrNo(settings.isAllFoldersProtected()) + ": " +
+                           std::string(settings_keys::allFoldersProtected));
+}
+
+// --- An application by its folder ----------------------------------------------------------------
+
+/// Why the folder, as it is now, is none of the stored ones: `stored` is the last of these that
+/// holds the application.
+std::string whyNotStored(const PropertyList* stored, const PropertyList& folder) {
+  if (!stored) return "the protected folders";
+  if (!haveSameDisplayName(*stored, folder))
+    return "the application's folder is stored by another name, " + nameOf(*stored);
+  return nameOf(*stored) + " is stored with other applications than it holds now";
+}
+
+void explainSet(const SNSettings& settings, const std::string& bundleIdentifier,
+                const PropertyList& folder) {
+  const auto protecting = settings.isFolderProtectedForApp(bundleIdentifier,
+                                                           /*ignoreAllOther=*/true);
+  const auto& records = settings.enabledFolders();
+  if (protecting && std::ranges::find(records, *protecting) != records.end())
+    return step("in the set?", "yes: the protected folders");
+  const PropertyList* stored = nullptr;
+  for (const PropertyList& record : records)
+    if (holdsApplication(record, bundleIdentifier)) stored = &record;
+  step("in the set?", "no: " + whyNotStored(stored, folder));
+  explainAllFolders(settings);
   // A stored folder of the same name decides alone.
-  if (areAll && !folder) step("same applications?", "no: as stored, the folder holds others");
+  if (settings.isAllFoldersProtected() && !protecting)
+    step("same applications?", "no: as stored, the folder holds others");
+}
+
+// --- A folder itself -----------------------------------------------------------------------------
+
+std::shared_ptr<simulated::SimulatedFolder> liveFolder(const PropertyList& record) {
+  auto folder = std::make_shared<simulated::SimulatedFolder>("SBFolder", nameOf(record));
+  for (const PropertyList& icon : *iconsOf(record)) {
+    const std::string* identifier = bundleIdentifierOf(icon);
+    const std::string* name = displayNameOf(icon);
+    if (identifier && name) folder->add(simulated::makeIcon(*identifier, *name));
+  }
+  return folder;
 }
 
 }  // namespace
+
+programs::ExitCode explainFolder(const std::string& bundleIdentifier) {
+  const SNSettings& settings = SNSettings::sharedSettings();
+  const PropertyList record = requireFolderOf(bundleIdentifier);
+  explainActivity();
+  step("open session?", "only the home screen itself can tell");
+  explainAllFolders(settings);
+  const bool isStored = settings.hasFolder(record, /*ignoreAllOther=*/true);
+  step("in the set?", yesOrNo(isStored) + ": the protected folders");
+  return conclude(settings.isFolderProtected(*liveFolder(record)));
+}
 
 programs::ExitCode explainFolderOf(const std::string& bundleIdentifier) {
   const SNSettings& settings = SNSettings::sharedSettings();
   explainActivity();
   explainSession(bundleIdentifier);
-  const bool liesInFolder = SNUtils::hasAnyParentFolder(bundleIdentifier) &&
-                            SNUtils::protectedFolderData(bundleIdentifier);
-  step("in a folder?", yesOrNo(liesInFolder));
-  if (liesInFolder) explainSet(settings, bundleIdentifier);
+  const auto folder = folderOf(bundleIdentifier);
+  if (homeScreenAnswers())
+    step("in a folder?", yesOrNo(folder.has_value()));
+  else
+    step("in a folder?", "unknown: the home screen does not answer");
+  if (folder) explainSet(settings, bundleIdentifier, *folder);
   return conclude(settings.isFolderProtectedForApp(bundleIdentifier).has_value());
 }
 

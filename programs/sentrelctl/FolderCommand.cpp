@@ -1,10 +1,11 @@
 #include <cstdio>
-#include <stdexcept>
+#include <utility>
 
 #include "programs/common/CommandLine.h"
 #include "programs/sentrelctl/Command.h"
+#include "programs/sentrelctl/Folders.h"
 #include "programs/sentrelctl/SettingsFile.h"
-#include "sentrel/bridge/SNUtils.h"
+#include "sentrel/settings/FolderRecord.h"
 #include "sentrel/settings/SNSettings.h"
 #include "sentrel/settings/SettingsKeys.h"
 
@@ -12,47 +13,39 @@ namespace sentrel::sentrelctl {
 namespace {
 
 using programs::ExitCode;
-using programs::ProgramError;
 using programs::UsageError;
-
-/// The record of the folder that the application lies in, as the home screen sees it now.
-PropertyList folderOf(const std::string& bundleIdentifier) {
-  const auto data = SNUtils::protectedFolderData(bundleIdentifier);
-  const PropertyList* record = data ? find(*data, folder_keys::allIcons) : nullptr;
-  if (!record)
-    throw ProgramError("the home screen knows of no folder that holds " + bundleIdentifier);
-  return *record;
-}
-
-std::string shownIcon(const PropertyList& icon) {
-  const auto* entries = icon.as<PropertyList::Dictionary>();
-  const auto* identifier =
-      entries ? find<std::string>(*entries, folder_keys::bundleIdentifier) : nullptr;
-  return identifier ? *identifier : describe(icon);
-}
 
 ExitCode list() {
   for (const PropertyList& record : SNSettings::sharedSettings().enabledFolders()) {
-    const auto* entries = record.as<PropertyList::Dictionary>();
-    const auto* name = entries ? find<std::string>(*entries, folder_keys::displayName) : nullptr;
-    std::printf("%s:", name ? name->c_str() : "?");
-    if (const auto* icons =
-            entries ? find<PropertyList::Array>(*entries, folder_keys::allIcons) : nullptr)
-      for (const PropertyList& icon : *icons)
-        std::printf(" %s", shownIcon(icon).c_str());
+    std::printf("%s:", nameOf(record).c_str());
+    if (const auto* icons = iconsOf(record))
+      for (const PropertyList& icon : *icons) {
+        const std::string* identifier = bundleIdentifierOf(icon);
+        std::printf(" %s", identifier ? identifier->c_str() : describe(icon).c_str());
+      }
     std::puts("");
   }
   return programs::exitDone;
 }
 
-ExitCode unprotect(const std::string& bundleIdentifier) {
-  try {
-    requireWritten(SNSettings::sharedSettings().removeFromFolders(folderOf(bundleIdentifier)));
-  } catch (const std::out_of_range&) {
+/// The folder as it is now, or else as it was when it was stored.
+ExitCode unprotect(const Context& context, const std::string& bundleIdentifier) {
+  SNSettings& settings = SNSettings::sharedSettings();
+  const auto folder = folderOf(bundleIdentifier);
+  if (folder && settings.matchedFolderDataIndex(*folder) >= 0) {
+    requireWritten(settings.removeFromFolders(*folder));
+    return programs::exitDone;
+  }
+  PropertyList::Array records = settings.enabledFolders();
+  const auto holds = [&](const PropertyList& record) {
+    return holdsApplication(record, bundleIdentifier);
+  };
+  if (std::erase_if(records, holds) == 0) {
     std::fprintf(stderr, "sentrelctl: the folder of %s is not protected\n",
                  bundleIdentifier.c_str());
     return programs::exitNo;
   }
+  changeSetting(context, settings_keys::folders, std::move(records));
   return programs::exitDone;
 }
 
@@ -61,13 +54,14 @@ ExitCode folders(const Context& context, const Arguments& arguments) {
   const bool hasApplication = arguments.size() == 2;
   readSettingsFile(context);
   if (what == "list" && !hasApplication) return list();
+  if (what != "reset") requireListOrNone(context, settings_keys::folders);
   SNSettings& settings = SNSettings::sharedSettings();
   if (what == "reset" && !hasApplication) {
     requireWritten(settings.resetAllFolders());
   } else if (what == "protect" && hasApplication) {
-    requireWritten(settings.addToFolders(folderOf(arguments[1])));
+    requireWritten(settings.addToFolders(requireFolderOf(arguments[1])));
   } else if (what == "unprotect" && hasApplication) {
-    return unprotect(arguments[1]);
+    return unprotect(context, arguments[1]);
   } else {
     throw UsageError("expected folders list|reset, or folders protect|unprotect BUNDLE-ID");
   }

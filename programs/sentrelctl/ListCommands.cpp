@@ -16,15 +16,9 @@ const SettingsKey& requireList(const std::string& name) {
   return key;
 }
 
-PropertyList::Array currentList(const Context& context, std::string_view key) {
-  const auto file = readSettingsFile(context);
-  const auto* elements = find<PropertyList::Array>(file, key);
-  return elements ? *elements : PropertyList::Array();
-}
-
 ExitCode add(const Context& context, const Arguments& arguments) {
   const SettingsKey& key = requireList(arguments[0]);
-  PropertyList::Array elements = currentList(context, key.name);
+  PropertyList::Array elements = requireListOrNone(context, key.name);
   if (std::ranges::find(elements, PropertyList(arguments[1])) == elements.end())
     elements.emplace_back(arguments[1]);
   changeSetting(context, key.name, std::move(elements));
@@ -33,7 +27,7 @@ ExitCode add(const Context& context, const Arguments& arguments) {
 
 ExitCode drop(const Context& context, const Arguments& arguments) {
   const SettingsKey& key = requireList(arguments[0]);
-  PropertyList::Array elements = currentList(context, key.name);
+  PropertyList::Array elements = requireListOrNone(context, key.name);
   if (std::erase(elements, PropertyList(arguments[1])) == 0) return programs::exitNo;
   changeSetting(context, key.name, std::move(elements));
   return programs::exitDone;

@@ -2,6 +2,7 @@
 
 #include "programs/common/CommandLine.h"
 #include "programs/sentrelctl/Command.h"
+#include "programs/sentrelctl/Explain.h"
 #include "programs/sentrelctl/SettingsFile.h"
 #include "sentrel/settings/SNSettings.h"
 #include "sentrel/settings/SNWiFiManager.h"
@@ -31,6 +32,7 @@ ExitCode listKnown() {
 }
 
 ExitCode showCurrent() {
+  if (!homeScreenAnswers()) throw ProgramError("the home-screen process does not answer");
   const auto network = SNWiFiManager::sharedManager().currentNetWork();
   const auto* name = network ? find<std::string>(*network, "SSID") : nullptr;
   if (!name) return programs::exitNo;
@@ -39,13 +41,13 @@ ExitCode showCurrent() {
 }
 
 ExitCode trust(const Context& context, const std::string& name) {
-  readSettingsFile(context);
+  requireListOrNone(context, settings_keys::trustedNetworks);
   requireWritten(SNSettings::sharedSettings().addToWiFiNetwork(name));
   return programs::exitDone;
 }
 
 ExitCode distrust(const Context& context, const std::string& name) {
-  readSettingsFile(context);
+  requireListOrNone(context, settings_keys::trustedNetworks);
   SNSettings& settings = SNSettings::sharedSettings();
   if (!settings.hasWiFiNetwork(name)) return programs::exitNo;
   requireWritten(settings.removeFromWiFiNetwork(name));

@@ -7,6 +7,7 @@
 #include "programs/sentrelctl/Command.h"
 #include "programs/sentrelctl/SettingsFile.h"
 #include "programs/sentrelctl/SilentTerminal.h"
+#include "sentrel/platform/Utf8.h"
 #include "sentrel/settings/SNSettings.h"
 
 namespace sentrel::sentrelctl {
@@ -31,6 +32,12 @@ class Secret {
     text_ += c;
     return true;
   }
+
+  /// That of a line that ends as in a file from another system.
+  void dropCarriageReturn() {
+    if (text_.ends_with('\r')) text_.pop_back();
+  }
+
   const std::string& text() const noexcept { return text_; }
 
  private:
@@ -45,20 +52,36 @@ class Secret {
   std::string text_;
 };
 
-/// One line of standard input, read byte by byte so that no buffer keeps it.
-void readLine(Secret& line) {
-  const SilentTerminal silent;
+/// One line of standard input, read byte by byte so that no buffer keeps it. What is too long to
+/// be kept is read to its end and leaves the text as it is without it: false.
+bool readLine(Secret& line, const char* prompt) {
+  const SilentTerminal silent(prompt);
   line.reserve();
+  bool fits = true;
   for (char c = 0; ::read(STDIN_FILENO, &c, 1) == 1 && c != '\n';)
-    if (!line.append(c)) throw UsageError("the passcode on standard input is too long");
+    fits = line.append(c) && fits;
+  line.dropCarriageReturn();
+  return fits;
+}
+
+/// On a terminal nobody sees what was typed, so it is typed twice.
+void readNewPasscode(Secret& passcode) {
+  if (!readLine(passcode, "passcode: "))
+    throw UsageError("the passcode on standard input is too long");
+  if (passcode.text().empty()) throw UsageError("no passcode on standard input");
+  if (!isatty(STDIN_FILENO)) return;
+  Secret again;
+  if (!readLine(again, "again: ") || again.text() != passcode.text())
+    throw ProgramError("the two passcodes differ; the old one, if any, is as it was");
 }
 
 ExitCode setPasscode(const Context& context) {
   readSettingsFile(context);
   Secret passcode;
-  readLine(passcode);
-  if (passcode.text().empty()) throw UsageError("no passcode on standard input");
+  readNewPasscode(passcode);
   SNSettings& settings = SNSettings::sharedSettings();
+  if (!isUtf8(passcode.text()))
+    throw ProgramError("the passcode is not UTF-8 text; the old one, if any, is as it was");
   if (!settings.savePasscode(passcode.text()))
     throw ProgramError("the passcode could not be stored; the old one, if any, is as it was");
   // Where the cipher fails, what is written is a file without a passcode.
@@ -77,8 +100,8 @@ ExitCode removePasscode(const Context& context) {
 ExitCode checkPasscode(const Context& context) {
   readSettingsFile(context);
   Secret candidate;
-  readLine(candidate);
-  const bool matches = SNSettings::sharedSettings().validatePasscode(candidate.text());
+  const bool matches = readLine(candidate, "passcode: ") &&
+                       SNSettings::sharedSettings().validatePasscode(candidate.text());
   std::puts(matches ? "YES" : "NO");
   return matches ? programs::exitDone : programs::exitNo;
 }

@@ -18,6 +18,36 @@ std::string settingsFileOnThisMachine(const Context& context) {
   return context.root.hostPath(std::string(settingsFilePath)).value_or("");
 }
 
+/// A set of protected items, by the properties that keep what always holds for it.
+struct ItemSet {
+  std::string_view key;
+  const ProtectedItems& (SNSettings::*items)() const noexcept;
+  void (SNSettings::*setItems)(ProtectedItems);
+};
+
+constexpr ItemSet itemSets[] = {
+    {settings_keys::applications, &SNSettings::protectedApplications,
+     &SNSettings::setProtectedApplications},
+    {settings_keys::notificationApps, &SNSettings::protectedNotificationApps,
+     &SNSettings::setProtectedNotificationApps},
+    {settings_keys::settingsBundles, &SNSettings::protectedSettings,
+     &SNSettings::setProtectedSettings},
+    {settings_keys::flipSwitches, &SNSettings::protectedFlipSwitches,
+     &SNSettings::setProtectedFlipSwitches},
+    {settings_keys::controlCenter, &SNSettings::protectedControlCenterItems,
+     &SNSettings::setProtectedControlCenterItems},
+};
+
+std::optional<PropertyList> asSet(std::string_view key, std::optional<PropertyList> value) {
+  for (const ItemSet& set : itemSets) {
+    if (set.key != key || !value) continue;
+    SNSettings& settings = SNSettings::sharedSettings();
+    (settings.*set.setItems)(ProtectedItems(&*value));
+    return (settings.*set.items)().asArray();
+  }
+  return value;
+}
+
 }  // namespace
 
 const SettingsKey& requireKey(const std::string& name) {
@@ -35,10 +65,19 @@ PropertyList::Dictionary readSettingsFile(const Context& context) {
                      (missing ? "; make it with \"sentrelctl create\"" : ""));
 }
 
+PropertyList::Array requireListOrNone(const Context& context, std::string_view key) {
+  const auto file = readSettingsFile(context);
+  const PropertyList* value = find(file, key);
+  if (!value) return {};
+  if (const auto* elements = value->as<PropertyList::Array>()) return *elements;
+  throw ProgramError(std::string(key) + " holds " + describe(*value) +
+                     ", which is no list and would be lost; set or remove it first");
+}
+
 void changeSetting(const Context& context, std::string_view key,
                    std::optional<PropertyList> value) {
   readSettingsFile(context);
-  if (!SNSettings::sharedSettings().updateSettingsData(key, std::move(value),
+  if (!SNSettings::sharedSettings().updateSettingsData(key, asSet(key, std::move(value)),
                                                        /*postNotification=*/true))
     throw ProgramError(settingsFileOnThisMachine(context) +
                        ": could not be written with that value; it is as it was");

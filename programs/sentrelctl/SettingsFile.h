@@ -15,8 +15,13 @@ const SettingsKey& requireKey(const std::string& name);
 /// The settings file as it stands; throws ProgramError with the reason when it cannot be read.
 PropertyList::Dictionary readSettingsFile(const Context& context);
 
+/// The list under `key`, empty where there is nothing; throws ProgramError for anything else, which
+/// a new list would replace.
+PropertyList::Array requireListOrNone(const Context& context, std::string_view key);
+
 /// Stores `value` under `key` through the library, or removes the key, and tells every process.
-/// Throws ProgramError with the reason when the file could not be changed.
+/// What always holds for a set of protected items then holds in the file too. Throws ProgramError
+/// with the reason when the file could not be changed.
 void changeSetting(const Context& context, std::string_view key, std::optional<PropertyList> value);
 
 /// Throws ProgramError where a writer of the library says that the file did not take it.

@@ -23,7 +23,7 @@ void showAgainAndEnd(int signal) {
 
 }  // namespace
 
-SilentTerminal::SilentTerminal()
+SilentTerminal::SilentTerminal(const char* prompt)
     : isTerminal_(isatty(STDIN_FILENO) && tcgetattr(STDIN_FILENO, &shown) == 0) {
   if (!isTerminal_) return;
   struct sigaction action {};
@@ -34,7 +34,7 @@ SilentTerminal::SilentTerminal()
   termios hidden = shown;
   hidden.c_lflag &= ~static_cast<tcflag_t>(ECHO);
   tcsetattr(STDIN_FILENO, TCSAFLUSH, &hidden);
-  std::fputs("passcode: ", stderr);
+  std::fputs(prompt, stderr);
 }
 
 SilentTerminal::~SilentTerminal() {

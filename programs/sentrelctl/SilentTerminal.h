@@ -7,12 +7,12 @@
 
 namespace sentrel::sentrelctl {
 
-/// Asks for a passcode, and keeps the terminal from showing what is typed as long as it lives; a
-/// signal that ends the program meanwhile ends this too. Does nothing where standard input is no
-/// terminal. One at a time.
+/// Prompts for something secret, and keeps the terminal from showing what is typed as long as it
+/// lives; a signal that ends the program meanwhile ends this too. Does nothing where standard input
+/// is no terminal. One at a time.
 class SilentTerminal {
  public:
-  SilentTerminal();
+  explicit SilentTerminal(const char* prompt);
   ~SilentTerminal();
   SilentTerminal(const SilentTerminal&) = delete;
   SilentTerminal& operator=(const SilentTerminal&) = delete;

@@ -46,6 +46,10 @@ int run(const CommandLine& line) {
   const auto command = std::ranges::find(commands, line.arguments.front(), &Command::name);
   if (command == commands.end()) throw UsageError("unknown command " + line.arguments.front());
   const Arguments arguments(line.arguments.begin() + 1, line.arguments.end());
+  if (arguments.size() == 1 && arguments[0] == "--help") {
+    std::fputs(usage().c_str(), stdout);
+    return programs::exitDone;
+  }
   if (arguments.size() < command->fewest || arguments.size() > command->most)
     throw UsageError(std::string("expected ") + command->name + " " + command->argumentsHelp);
 

@@ -7,6 +7,7 @@
 #include <unordered_set>
 #include <utility>
 
+#include "sentrel/platform/Export.h"
 #include "sentrel/platform/PropertyList.h"
 
 namespace sentrel {
@@ -15,13 +16,13 @@ namespace sentrel {
 // processes: an entry that is missing or of a wrong type reads as null, which is equal to nothing.
 
 /// The display name of a record or of an icon.
-const std::string* displayNameOf(const PropertyList& entry) noexcept;
+SENTREL_API const std::string* displayNameOf(const PropertyList& entry) noexcept;
 
-const std::string* bundleIdentifierOf(const PropertyList& icon) noexcept;
+SENTREL_API const std::string* bundleIdentifierOf(const PropertyList& icon) noexcept;
 
-const PropertyList::Array* iconsOf(const PropertyList& record) noexcept;
+SENTREL_API const PropertyList::Array* iconsOf(const PropertyList& record) noexcept;
 
-bool haveSameDisplayName(const PropertyList& a, const PropertyList& b) noexcept;
+SENTREL_API bool haveSameDisplayName(const PropertyList& a, const PropertyList& b) noexcept;
 
 /// For each application the last of the records that hold it. Lives no longer than the records.
 using RecordsByApplication = std::unordered_map<std::string_view, const PropertyList*>;

@@ -159,7 +159,7 @@ TEST_F(Sentrelctl, SaysSoWhenThereIsNoFileToReadOrItIsDamaged) {
                                             {"get", "SentrelEnabled"},
                                             {"folders", "list"},
                                             {"networks", "trusted"},
-                                            {"explain", "app"}};
+                                            {"explain", "com.example.notes"}};
   for (const bool isDamaged : {false, true}) {
     if (isDamaged) writeRaw("<plist><dict>");
     for (const auto& call : calls) {
@@ -200,6 +200,7 @@ TEST_F(Sentrelctl, CheckNamesEveryFault) {
     <key>SentrelNCApps</key><string>a</string>
     <key>SentrelFolders</key><array><dict/></array>
     <key>SentrelUsePasscodeOnly</key><true/>
+    <key>SentrelPasscode</key><string></string>
     <key>SentrelEnabld</key><true/>
   </dict></plist>)");
   const ProgramResult result = run({"check"});
@@ -210,6 +211,22 @@ TEST_F(Sentrelctl, CheckNamesEveryFault) {
         "SentrelNCApps: holds a", "SentrelFolders: record 1",
         "SentrelUsePasscodeOnly: has no effect", "SentrelEnabld: is no setting"})
     EXPECT_NE(result.output.find(fault), std::string::npos) << fault << "\n" << result.output;
+}
+
+TEST_F(Sentrelctl, CheckTellsAPasscodeThatNobodyCanType) {
+  const std::pair<const char*, bool> passcodes[] = {
+      {"garbage", false},
+      {"AAAA", false},
+      {"AAAAAAAAAAAAAAAAAAAAAA==", false},
+      {"", true},
+  };
+  for (const auto& [passcode, isFine] : passcodes) {
+    writeRaw("<plist><dict><key>SentrelPasscode</key><string>" + std::string(passcode) +
+             "</string></dict></plist>");
+    EXPECT_EQ(run({"check"}).code, isFine ? 0 : 1) << passcode;
+  }
+  ASSERT_EQ(run({"passcode", "set"}, "2468\n").code, 0);
+  EXPECT_EQ(run({"check"}).code, 0);
 }
 
 TEST_F(Sentrelctl, PasscodeComesFromStandardInputAndIsStoredEnciphered) {
@@ -239,39 +256,142 @@ TEST_F(Sentrelctl, PasscodeThatCannotBeEncipheredIsNotSaidToBeStored) {
   EXPECT_EQ(run({"get", "SentrelPasscode"}).code, 1);
 }
 
-TEST_F(Sentrelctl, TerminalShowsWhatIsTypedAgainAfterAnInterruptedPasscode) {
-  ASSERT_EQ(run({"create"}).code, 0);
-  int master = -1;
-  int terminal = -1;
-  ASSERT_EQ(openpty(&master, &terminal, nullptr, nullptr, nullptr), 0);
-  const auto echoes = [terminal] {
-    termios mode{};
-    tcgetattr(terminal, &mode);
-    return (mode.c_lflag & ECHO) != 0;
-  };
-  const std::string program = std::string(SENTREL_PROGRAMS) + "/sentrelctl";
-  const pid_t child = fork();
-  if (child == 0) {
-    login_tty(terminal);
-    execl(program.c_str(), program.c_str(), "--root", root.c_str(), "passcode", "set", nullptr);
+/// The program on a terminal of its own, which a person types on.
+class OnATerminal {
+ public:
+  explicit OnATerminal(std::vector<std::string> arguments) {
+    if (openpty(&master_, &terminal_, nullptr, nullptr, nullptr) != 0) std::abort();
+    child_ = fork();
+    if (child_ != 0) return;
+    login_tty(terminal_);
+    const std::string program = std::string(SENTREL_PROGRAMS) + "/sentrelctl";
+    std::vector<char*> words{const_cast<char*>(program.c_str())};
+    for (std::string& argument : arguments)
+      words.push_back(argument.data());
+    words.push_back(nullptr);
+    execv(program.c_str(), words.data());
     _exit(127);
   }
-  std::string shown;
-  pollfd waiting{master, POLLIN, 0};
-  while (shown.find("passcode: ") == std::string::npos && poll(&waiting, 1, 30'000) > 0) {
-    char c = 0;
-    if (read(master, &c, 1) != 1) break;
-    shown += c;
+  ~OnATerminal() {
+    close(terminal_);
+    close(master_);
   }
-  EXPECT_EQ(shown, "passcode: ");
-  EXPECT_FALSE(echoes());
-  EXPECT_EQ(write(master, "24\x03", 3), 3);
-  int status = 0;
-  waitpid(child, &status, 0);
+  OnATerminal(const OnATerminal&) = delete;
+  OnATerminal& operator=(const OnATerminal&) = delete;
+
+  /// What the terminal shows from the last time on until it ends in `prompt`.
+  std::string readTo(const std::string& prompt) {
+    std::string shown;
+    pollfd waiting{master_, POLLIN, 0};
+    while (!shown.ends_with(prompt) && poll(&waiting, 1, 30'000) > 0) {
+      char c = 0;
+      if (read(master_, &c, 1) != 1) break;
+      shown += c;
+    }
+    return shown;
+  }
+
+  void type(const std::string& keys) {
+    EXPECT_EQ(write(master_, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
+  }
+
+  bool echoes() const {
+    termios mode{};
+    tcgetattr(terminal_, &mode);
+    return (mode.c_lflag & ECHO) != 0;
+  }
+
+  /// How the program ended, as for waitpid().
+  int wait() const {
+    int status = 0;
+    waitpid(child_, &status, 0);
+    return status;
+  }
+
+ private:
+  int master_ = -1;
+  int terminal_ = -1;
+  pid_t child_ = -1;
+};
+
+TEST_F(Sentrelctl, TerminalShowsWhatIsTypedAgainAfterAnInterruptedPasscode) {
+  ASSERT_EQ(run({"create"}).code, 0);
+  OnATerminal terminal({"--root", root.string(), "passcode", "set"});
+  EXPECT_EQ(terminal.readTo("passcode: "), "passcode: ");
+  EXPECT_FALSE(terminal.echoes());
+  terminal.type("24\x03");
+  const int status = terminal.wait();
   EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGINT) << status;
-  EXPECT_TRUE(echoes());
-  close(terminal);
-  close(master);
+  EXPECT_TRUE(terminal.echoes());
+}
+
+TEST_F(Sentrelctl, TerminalHasANewPasscodeTypedTwice) {
+  ASSERT_EQ(run({"create"}).code, 0);
+  for (const bool isSame : {false, true}) {
+    OnATerminal terminal({"--root", root.string(), "passcode", "set"});
+    EXPECT_EQ(terminal.readTo("passcode: "), "passcode: ");
+    terminal.type("2468\n");
+    EXPECT_EQ(terminal.readTo("again: "), "\r\nagain: ");
+    terminal.type(isSame ? "2468\n" : "2469\n");
+    EXPECT_EQ(WEXITSTATUS(terminal.wait()), isSame ? 0 : 3);
+    EXPECT_EQ(run({"passcode", "check"}, "2468\n").code, isSame ? 0 : 1);
+  }
+}
+
+TEST_F(Sentrelctl, PasscodesOfEveryShapeAreAnswered) {
+  ASSERT_EQ(run({"create"}).code, 0);
+  EXPECT_EQ(run({"passcode", "set"}, "2468\r\n").code, 0);
+  EXPECT_EQ(run({"passcode", "check"}, "2468\n").output, "YES\n");
+  std::string endless(10'000, '2');
+  endless.back() = '\n';
+  EXPECT_EQ(run({"passcode", "check"}, endless).output, "NO\n");
+  EXPECT_EQ(run({"passcode", "set"}, endless).code, 2);
+  const ProgramResult result = run({"passcode", "set"}, "24\xff\n");
+  EXPECT_EQ(result.code, 3);
+  EXPECT_NE(result.errors.find("UTF-8"), std::string::npos) << result.errors;
+  EXPECT_EQ(run({"passcode", "check"}, "2468\n").code, 0) << "the old one is as it was";
+}
+
+TEST_F(Sentrelctl, SetsKeepWhatAlwaysHoldsForThem) {
+  ASSERT_EQ(run({"create"}).code, 0);
+  const std::string own = "com.quorvin.sentrel.flipswitch";
+  EXPECT_EQ(run({"set", "SentrelFlipSwitches", own, "com.example.switch"}).code, 0);
+  EXPECT_EQ(run({"add", "SentrelFlipSwitches", own}).code, 0);
+  EXPECT_EQ(run({"get", "SentrelFlipSwitches"}).output, "com.example.switch\n");
+  EXPECT_EQ(run({"set", "SentrelSettingsBundles", "WLAN", "WLAN"}).code, 0);
+  EXPECT_EQ(run({"get", "SentrelSettingsBundles"}).output, "WLAN, Sentrel\n");
+}
+
+TEST_F(Sentrelctl, ReplacesNothingThatItWouldLose) {
+  const std::string content = R"(<plist><dict>
+    <key>SentrelApplications</key><string>com.example.notes</string>
+    <key>SentrelTrustedNetworks</key><string>home</string>
+    <key>SentrelFolders</key><string>Work</string>
+  </dict></plist>)";
+  writeRaw(content);
+  const std::vector<std::string> calls[] = {{"add", "SentrelApplications", "com.example.maps"},
+                                            {"drop", "SentrelApplications", "com.example.notes"},
+                                            {"networks", "trust", "other"},
+                                            {"networks", "distrust", "home"},
+                                            {"folders", "protect", "com.example.chess"},
+                                            {"folders", "unprotect", "com.example.chess"}};
+  for (const auto& call : calls) {
+    const ProgramResult result = run(call);
+    EXPECT_EQ(result.code, 3) << call[0] << " " << call[1];
+    EXPECT_NE(result.errors.find("is no list"), std::string::npos) << result.errors;
+  }
+  EXPECT_EQ(std::string(std::istreambuf_iterator(std::ifstream(settingsFile()).rdbuf()), {}),
+            content);
+}
+
+TEST_F(Sentrelctl, ExplainSaysWhatNobodyCanTellWithoutAHomeScreen) {
+  ASSERT_EQ(run({"create"}).code, 0);
+  ASSERT_EQ(run({"set", "SentrelEnabled", "YES"}).code, 0);
+  const std::string output = run({"explain", "folder-of", "com.example.chess"}).output;
+  for (const char* question : {"trusted network?", "open session?", "in a folder?"})
+    EXPECT_NE(output.find(question), std::string::npos) << output;
+  EXPECT_EQ(std::ranges::count(output, ':'), 3) << "each is unknown: " << output;
+  EXPECT_EQ(run({"explain", "folder", "com.example.chess"}).code, 3);
 }
 
 TEST_F(Sentrelctl, ExplainSaysWhichStepDecides) {
@@ -288,6 +408,8 @@ TEST_F(Sentrelctl, ExplainSaysWhichStepDecides) {
   EXPECT_EQ(run({"explain", "feature", "switcher"}).code, 1);
   EXPECT_EQ(run({"explain", "feature", "nothing"}).code, 2);
   EXPECT_EQ(run({"explain", "nothing", "x"}).code, 2);
+  EXPECT_EQ(run({"explain", "feature"}).code, 2);
+  EXPECT_EQ(run({"explain", "--help"}).code, 0);
 }
 
 TEST_F(Sentrelctl, ExplainNamesTheStepThatDecidesAboutAFeature) {
@@ -300,7 +422,7 @@ TEST_F(Sentrelctl, ExplainNamesTheStepThatDecidesAboutAFeature) {
   EXPECT_EQ(photos.code, 0);
   EXPECT_NE(photos.output.find("switched on?           no: SentrelPhotosProtected\n"
                                "in the set?            yes: the protected applications\n"
-                               "open session?          no: com.apple.mobileslideshow\n"
+                               "open session?          unknown: the home screen does not answer\n"
                                "so it is               protected\n"),
             std::string::npos)
       << photos.output;
@@ -331,7 +453,7 @@ TEST_F(Sentrelctl, NetworksAndFoldersAreListedAndChanged) {
   EXPECT_EQ(run({"networks", "distrust", "Other"}).code, 1);
   EXPECT_EQ(run({"networks", "distrust", "Café"}).code, 0);
   EXPECT_EQ(run({"networks", "known"}).code, 3) << "no home screen can tell";
-  EXPECT_EQ(run({"networks", "current"}).code, 1);
+  EXPECT_EQ(run({"networks", "current"}).code, 3);
   EXPECT_EQ(run({"folders", "protect", "com.example.chess"}).code, 3);
   EXPECT_EQ(run({"folders", "reset"}).code, 0);
   EXPECT_EQ(run({"folders", "list"}).output, "");
@@ -393,6 +515,55 @@ TEST_F(SentrelctlOnAPhone, UnprotectingAFolderThatIsNotProtectedIsAPlainNo) {
   EXPECT_EQ(run({"folders", "protect", "com.example.chess"}).code, 0);
   EXPECT_EQ(run({"folders", "unprotect", "com.example.chess"}).code, 0);
   EXPECT_EQ(run({"folders", "list"}).output, "");
+}
+
+TEST_F(SentrelctlOnAPhone, AFolderThatHasChangedSinceIsExplainedAndLetGo) {
+  ASSERT_EQ(run({"folders", "protect", "com.example.chess"}).code, 0);
+  ASSERT_EQ(run({"explain", "folder", "com.example.chess"}).code, 0);
+  PropertyList::Array records = *stored().at("SentrelFolders").as<PropertyList::Array>();
+  auto& record = *records[0].as<PropertyList::Dictionary>();
+  record.at("SentrelAllIcons")
+      .as<PropertyList::Array>()
+      ->emplace_back(PropertyList::Dictionary{{"SentrelFolderDisplayName", "Gone"},
+                                              {"SentrelBundleIdentifier", "com.example.gone"}});
+  PropertyList::Dictionary file = stored();
+  file.at("SentrelFolders") = records;
+  storage::PlistFiles files(storage::DeviceRoot(root.string()));
+  ASSERT_TRUE(files.writeDictionary(std::string(settingsFilePath), file));
+  EXPECT_NE(explainChess().find("Spiele is stored with other applications"), std::string::npos)
+      << explainChess();
+  EXPECT_EQ(run({"explain", "folder", "com.example.chess"}).code, 1);
+  record.at("SentrelFolderDisplayName") = "Games";
+  file.at("SentrelFolders") = records;
+  ASSERT_TRUE(files.writeDictionary(std::string(settingsFilePath), file));
+  EXPECT_NE(explainChess().find("by another name, Games"), std::string::npos) << explainChess();
+  EXPECT_EQ(run({"folders", "unprotect", "com.example.chess"}).code, 0);
+  EXPECT_EQ(run({"folders", "list"}).output, "");
+}
+
+TEST_F(SentrelctlOnAPhone, AFolderOfThousandsOfIconsIsProtectedLikeAnyOther) {
+  home.reset();
+  PropertyList::Array icons;
+  for (int i = 0; i < 5'000; ++i) {
+    const std::string name = "com.example.application" + std::to_string(i);
+    icons.emplace_back(name);
+    const auto bundle = root / "Applications" / (name + ".app");
+    std::filesystem::create_directory(bundle);
+    std::ofstream(bundle / "Info.plist")
+        << "<plist><dict><key>CFBundleIdentifier</key><string>" << name
+        << "</string><key>CFBundleDisplayName</key><string>" << name << "</string></dict></plist>";
+  }
+  const PropertyList::Dictionary folder{{"displayName", "Full"},
+                                        {"iconLists", PropertyList::Array{std::move(icons)}}};
+  ASSERT_TRUE(storage::PlistFiles(storage::DeviceRoot(root.string()))
+                  .writeDictionary("/var/mobile/Library/SpringBoard/IconState.plist",
+                                   {{"buttonBar", PropertyList::Array{folder}}}));
+  home.emplace("sentrel-springboard", std::vector<std::string>{"--root", root.string()});
+  ASSERT_TRUE(home->hear().starts_with("ready "));
+  const std::string one = "com.example.application7";
+  EXPECT_EQ(run({"explain", "folder-of", one}).code, 1);
+  EXPECT_EQ(run({"folders", "protect", one}).code, 0);
+  EXPECT_EQ(run({"explain", "folder-of", one}).code, 0);
 }
 
 /// The preferences tool on a bus where this process listens.
