@@ -23,7 +23,8 @@ TEST(TextTables, TellTextsApartByEveryByte) {
   }
 }
 
-/// So many that dozens of pairs share their hash, and differ in nothing but one word of eight bytes.
+/// So many that dozens of pairs share their hash, and differ in nothing but one word of eight
+/// bytes.
 TEST(TextTables, KeepTextsApartThatShareTheirHash) {
   const std::string rest = "a.com.example.abc";
   for (const bool isFirst : {false, true}) {
