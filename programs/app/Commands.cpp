@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "programs/common/CommandLine.h"
+#include "sentrel/bridge/Messages.h"
 #include "sentrel/bridge/SNUtils.h"
 #include "sentrel/controller/SentrelController.h"
 #include "sentrel/settings/SNSettings.h"
@@ -29,14 +30,25 @@ Answer answerOf(const std::optional<PropertyList::Dictionary>& entries) {
   return answerOf(entries ? std::optional(describe(*entries)) : std::nullopt);
 }
 
+Answer outcome(bool success) {
+  return success ? Answer{"OK"} : Answer{"NO", exitNo};
+}
+
+/// For what the home screen is only told, and whose reply says nothing.
+bool isHomeScreenThere() {
+  return SNUtils::sendMessageToSpringBoardAndReceiveReplyName(messages::IsDeviceLocked::name, {})
+      .has_value();
+}
+
 Answer unlock(const std::string& item) {
-  SentrelController::sharedInstance().updateLastAuthenticationTime(SessionKey(item));
-  return {"OK"};
+  SentrelController& controller = SentrelController::sharedInstance();
+  controller.updateLastAuthenticationTime(SessionKey(item));
+  return outcome(controller.shouldIgnoreAuthentication(item));
 }
 
 Answer suspend(const std::string&) {
   SNUtils::suspendFrontMostApp();
-  return {"OK"};
+  return outcome(isHomeScreenThere());
 }
 
 struct Command {
@@ -80,10 +92,9 @@ void requestPhotos(const Reply& reply) {
   if (SNUtils::isIOS11())
     throw UsageError(
         "from system 11 on Photos shows its prompt itself; this program has no screen");
+  if (!isHomeScreenThere()) return reply(outcome(false));
   SentrelController::sharedInstance().requiresAuthenticationForPhotos(
-      {}, [reply](bool success, bool) {
-        reply(success ? Answer{"OK"} : Answer{"NO", exitNo});
-      });
+      {}, [reply](bool success, bool) { reply(outcome(success)); });
 }
 
 }  // namespace

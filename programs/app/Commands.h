@@ -21,7 +21,8 @@ inline constexpr const char* appCommandsUsage =
     "  ask [ITEM]          whether it needs authentication now: YES or NO\n"
     "  listed [ITEM]       whether it is configured as protected, whatever else: YES or NO\n"
     "  session [ITEM]      whether an open session covers it: YES or NO\n"
-    "  unlock [ITEM]       records that it was authenticated just now: prints OK\n"
+    "  unlock [ITEM]       records that it was authenticated just now: OK, or NO where nobody\n"
+    "                      keeps it\n"
     "  name [ITEM]         its name as shown to people\n"
     "  application [ITEM]  whether such an application is installed: YES or NO\n"
     "  system [ITEM]       whether it is one of the system's own: YES or NO\n"
@@ -35,10 +36,11 @@ inline constexpr const char* appCommandsUsage =
     "  locked              whether it is locked: YES or NO\n"
     "  dark                whether it is in dark mode: YES or NO\n"
     "  finger              whether a finger is on its sensor: YES or NO\n"
-    "  suspend             sends the application at the front away: prints OK\n"
+    "  suspend             sends the application at the front away: OK, or NO where nobody does\n"
     "  photos              has the home screen ask the owner for authentication, as Photos did\n"
     "                      before system 11: OK once it succeeded, NO when it was cancelled\n"
-    "What nobody can tell is answered by NONE.\n";
+    "                      or nobody asks\n"
+    "What nobody can tell is answered by NO or NONE.\n";
 
 /// Obeys COMMAND [ITEM] as the application `ownIdentifier`. `reply` is called once: now, or, for
 /// what waits for the owner, when it has ended. Throws UsageError for anything else.

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -51,17 +52,35 @@ void obeyInput(RealProcess& self, const std::string& ownIdentifier) {
   self.loop().run();
 }
 
-/// Returns once the command is answered.
+/// Ends the loop once the bus is gone: what waits for the home screen would wait for ever.
+class EndOfBus final : public bus::RunLoop::Source {
+ public:
+  explicit EndOfBus(RealProcess& self) : self_(self) {}
+
+  Wish prepare() override {
+    if (!self_.connection().isConnected()) self_.loop().stop();
+    return {};
+  }
+  void dispatch() override {}
+
+ private:
+  RealProcess& self_;
+};
+
+/// Returns once the command is answered, or nobody is left to answer it.
 ExitCode obeyOnce(RealProcess& self, const std::vector<std::string>& words,
                   const std::string& ownIdentifier) {
-  ExitCode code = exitCouldNot;
-  obey(words, ownIdentifier, [&](const Answer& answered) {
-    std::puts(answered.text.c_str());
-    code = answered.code;
+  std::optional<Answer> answered;
+  obey(words, ownIdentifier, [&](const Answer& given) {
+    answered = given;
     self.loop().stop();
   });
+  const auto end = std::make_shared<EndOfBus>(self);
+  self.loop().add(end);
   self.loop().run();
-  return code;
+  const Answer last = answered.value_or(Answer{"NO", exitNo});
+  std::puts(last.text.c_str());
+  return last.code;
 }
 
 int run(const CommandLine& line) {

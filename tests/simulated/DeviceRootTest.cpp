@@ -7,6 +7,7 @@
 #include <string>
 
 #include "device/simulated/DeviceRootReader.h"
+#include "sentrel/bridge/SNUtils.h"
 
 namespace sentrel::simulated {
 namespace {
@@ -79,6 +80,99 @@ TEST_F(PhoneFromItsRoot, GivesEachBundleItsTextsInTheDevicesLanguage) {
       "var/mobile/Library/Preferences/.GlobalPreferences.plist",
       "<plist><dict><key>AppleLanguages</key><array><string>en</string></array></dict></plist>");
   EXPECT_EQ(reader().mainBundle("com.example.notes")->localizedString("Cancel"), "Cancel");
+}
+
+struct HardwareKey {
+  const char* key;
+  const char* value;
+  std::string (*read)(SimulatedDevice& device);
+  const char* unsaid;
+  const char* said;
+};
+
+std::string yesOrNo(bool value) {
+  return value ? "YES" : "NO";
+}
+
+using Device = SimulatedDevice;
+
+const HardwareKey hardwareKeys[] = {
+    {"Model", "<string>iPad7,5</string>", [](Device& d) { return d.system().model; }, "iPhone10,3",
+     "iPad7,5"},
+    {"JoinedNetwork", "<string>Zuhause</string>",
+     [](Device& d) { return d.wifi().joined.value_or("none"); }, "none", "Zuhause"},
+    {"FrontApplication", "<string>com.example.notes</string>",
+     [](Device& d) { return d.applications().front().value_or("none"); }, "none",
+     "com.example.notes"},
+    {"ConnectedScenes", "<integer>2</integer>",
+     [](Device& d) { return std::to_string(d.system().connectedScenes); }, "1", "2"},
+    {"ConnectedScenes", "<integer>-1</integer>",
+     [](Device& d) { return std::to_string(d.system().connectedScenes); }, "1", "0"},
+    {"Assertions", "<array><string>camera</string><true/><string>wallet</string></array>",
+     [](Device& d) {
+       std::string all;
+       for (const std::string& reason : d.sensor().reasons())
+         all += reason + ";";
+       return all;
+     },
+     "", "camera;wallet;"},
+    {"Locked", "<true/>", [](Device& d) { return yesOrNo(d.lock().isLocked()); }, "NO", "YES"},
+    {"PasscodeSet", "<false/>", [](Device& d) { return yesOrNo(d.lock().isPasscodeSet()); }, "YES",
+     "NO"},
+    {"TouchID", "<true/>", [](Device& d) { return yesOrNo(d.sensor().isTouchIDCapable); }, "NO",
+     "YES"},
+    {"FaceID", "<false/>", [](Device& d) { return yesOrNo(d.sensor().isPearlIDCapable); }, "YES",
+     "NO"},
+    {"Enrolled", "<false/>", [](Device& d) { return yesOrNo(d.sensor().isEnrolled); }, "YES", "NO"},
+    {"BiometricUnlock", "<false/>", [](Device& d) { return yesOrNo(d.sensor().isUnlockEnabled); },
+     "YES", "NO"},
+    {"FingerOn", "<true/>", [](Device& d) { return yesOrNo(d.sensor().isFingerOn); }, "NO", "YES"},
+    {"LegacyAlerts", "<true/>", [](Device& d) { return yesOrNo(d.system().canUseAlertView); }, "NO",
+     "YES"},
+    {"DarkMode", "<true/>",
+     [](Device& d) {
+       return yesOrNo(d.screen().userInterfaceStyle() == UIUserInterfaceStyle::dark);
+     },
+     "NO", "YES"},
+    {"Tablet", "<true/>",
+     [](Device& d) {
+       return yesOrNo(d.screen().userInterfaceIdiom() == UIUserInterfaceIdiom::pad);
+     },
+     "NO", "YES"},
+};
+
+TEST_F(PhoneFromItsRoot, ChangesOfTheHardwareOnlyWhatIsSaidOfIt) {
+  for (const HardwareKey& said : hardwareKeys) {
+    SimulatedDevice described;
+    replace("var/run/sentrel/device.plist", std::string("<plist><dict><key>") + said.key +
+                                                "</key>" + said.value + "</dict></plist>");
+    reader().fill(described);
+    for (const HardwareKey& key : hardwareKeys)
+      EXPECT_EQ(key.read(described), std::string_view(key.key) == said.key ? said.said : key.unsaid)
+          << key.key << " where " << said.key << " is said";
+  }
+}
+
+TEST_F(PhoneFromItsRoot, HasDarkModeAndScenesFromSystem13On) {
+  const struct {
+    const char* version;
+    bool hasBoth;
+  } cases[] = {{"12.4.1", false}, {"13.0", true}, {"14.2", true}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.version);
+    replace("System/Library/CoreServices/SystemVersion.plist",
+            std::string("<plist><dict><key>ProductVersion</key><string>") + c.version +
+                "</string></dict></plist>");
+    replace("var/run/sentrel/device.plist",
+            "<plist><dict><key>DarkMode</key><true/><key>ConnectedScenes</key><integer>2</integer>"
+            "</dict></plist>");
+    SimulatedDevice described;
+    reader().fill(described);
+    const auto home = described.launch(std::string(springBoardBundleIdentifier));
+    EXPECT_EQ(home->run([] { return SNUtils::isDarkModeEnabled(); }), c.hasBoth);
+    const auto& scenes = home->process().platform().springBoard->connectedScenes;
+    EXPECT_EQ(scenes ? scenes() : 0, c.hasBoth ? 2U : 0U);
+  }
 }
 
 TEST_F(PhoneFromItsRoot, LeavesOutWhatIsDamagedAndSaysSo) {
