@@ -52,9 +52,15 @@ struct Session {
   HomeScreenView view;
 };
 
+/// On a turn of its own: whoever locked the device may be in the middle of something.
+void tellOfLock(RealProcess& self) {
+  self.loop().async([] { SentrelController::sharedInstance().deviceLocked(); });
+}
+
+/// A device that is locked already locks once more: sessions may have begun since.
 void lock(Session& session, const std::string&) {
+  if (session.self.device().lock().isLocked()) tellOfLock(session.self);
   session.self.device().lock().setLocked(true);
-  // Behind what the lock itself brings about.
   session.self.loop().async([] { std::puts("locked"); });
 }
 
@@ -152,9 +158,7 @@ int run(const CommandLine& line) {
   const host::SettingsReloader reloader;
   SNSettings::sharedSettings();
   Session session(self);
-  // On a turn of its own: whoever locked the device may be in the middle of something.
-  self.device().lock().setHandler(
-      [&self] { self.loop().async([] { SentrelController::sharedInstance().deviceLocked(); }); });
+  self.device().lock().setHandler([&self] { tellOfLock(self); });
   const host::SpringBoardObservers observers;
   const host::BiometricEventRelay relay;
   self.connection().serve(bus::springBoardService, std::string(messageChannelName),
