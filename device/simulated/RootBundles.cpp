@@ -65,9 +65,16 @@ std::optional<std::string> RootBundles::folderOf(const std::string& bundleIdenti
 
 // --- Texts ---------------------------------------------------------------------------------------
 
+/// The folder of translations that serves best: of "de-DE" and "de" the first that is there.
 std::optional<std::string> RootBundles::localization(const std::string& folder) const {
-  const std::string translations = folder + "/" + language_ + ".lproj";
-  return files_.isFolder(translations) ? std::optional(translations) : std::nullopt;
+  std::string language = language_;
+  for (;;) {
+    const std::string translations = folder + "/" + language + ".lproj";
+    if (files_.isFolder(translations)) return translations;
+    const auto region = language.rfind('-');
+    if (region == language.npos) return std::nullopt;
+    language.erase(region);
+  }
 }
 
 Dictionary RootBundles::textsIn(const std::string& folder, const std::string& table) {

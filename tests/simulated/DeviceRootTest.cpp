@@ -102,6 +102,31 @@ TEST_F(PhoneFromItsRoot, GivesEachBundleItsTextsInTheDevicesLanguage) {
   EXPECT_EQ(reader().mainBundle("com.example.notes")->localizedString("Cancel"), "Cancel");
 }
 
+TEST_F(PhoneFromItsRoot, FallsBackToTheLanguageWithoutTheRegion) {
+  replace(notesBundle + "/de-AT.lproj/Localizable.strings", "Cancel", "<string>Abbruch</string>");
+  const struct {
+    const char* language;
+    const char* cancel;
+    const char* name;
+  } cases[] = {
+      {"de", "Abbrechen", "Notizen"}, {"de-DE", "Abbrechen", "Notizen"},
+      {"de-AT", "Abbruch", "Notes"},  {"de-Latn-CH", "Abbrechen", "Notizen"},
+      {"fr-FR", "Cancel", "Notes"},   {"den-DE", "Cancel", "Notes"},
+      {"-", "Cancel", "Notes"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.language);
+    replace(preferences, "AppleLanguages",
+            "<array><string>" + std::string(c.language) + "</string></array>");
+    SimulatedDevice phone;
+    auto localized = reader();
+    localized.fill(phone);
+    EXPECT_EQ(localized.mainBundle("com.example.notes")->localizedString("Cancel"), c.cancel);
+    EXPECT_EQ(phone.applications().find("com.example.notes")->displayName, c.name);
+    EXPECT_EQ(localized.complaints(), Complaints());
+  }
+}
+
 TEST_F(PhoneFromItsRoot, NamesTheFaultOfEachBundleOnce) {
   const struct {
     const char* path;
