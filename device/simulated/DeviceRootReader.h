@@ -1,13 +1,13 @@
 #pragma once
 
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
+#include "device/simulated/RootBundles.h"
+#include "device/simulated/RootPropertyLists.h"
 #include "device/simulated/SimulatedDevice.h"
 #include "device/storage/DeviceRoot.h"
-#include "sentrel/platform/PropertyListFiles.h"
 
 namespace sentrel::simulated {
 
@@ -16,9 +16,12 @@ namespace sentrel::simulated {
 /// the files.
 ///
 /// What is missing leaves the device as it was; what is damaged is left out, with a complaint.
+/// Which applications there are, and the language, are read once, when this is made.
 class DeviceRootReader {
  public:
   explicit DeviceRootReader(storage::DeviceRoot root);
+  DeviceRootReader(const DeviceRootReader&) = delete;
+  DeviceRootReader& operator=(const DeviceRootReader&) = delete;
 
   void fill(SimulatedDevice& device);
 
@@ -27,32 +30,15 @@ class DeviceRootReader {
   std::shared_ptr<SimulatedMainBundle> mainBundle(const std::string& bundleIdentifier);
 
   /// One line for each thing that could not be used.
-  const std::vector<std::string>& complaints() const noexcept { return complaints_; }
+  const std::vector<std::string>& complaints() const noexcept { return files_.complaints(); }
 
  private:
-  struct Bundle {
-    std::string folder;
-    PropertyList::Dictionary info;
-    bool isSystem;
-  };
-
-  std::vector<Bundle> findBundles();
-  void findBundlesIn(const std::string& folder, bool isSystem, std::vector<Bundle>& bundles);
-  std::optional<PropertyList::Dictionary> read(const std::string& path);
-  std::string language();
-  std::optional<std::string> displayName(const Bundle& bundle);
-  PropertyList::Dictionary texts(const std::string& bundleFolder, const std::string& table);
-
   void fillSystem(SimulatedDevice& device);
   void fillState(SimulatedDevice& device);
-  void fillApplications(SimulatedDevice& device);
-  void fillHomeScreen(SimulatedDevice& device);
-  void place(SimulatedHomeScreen& homeScreen, const PropertyList& item);
   void fillNetworks(SimulatedDevice& device);
 
-  storage::DeviceRoot root_;
-  std::unique_ptr<PropertyListFiles> files_;
-  std::vector<std::string> complaints_;
+  RootPropertyLists files_;
+  RootBundles bundles_;
 };
 
 }  // namespace sentrel::simulated

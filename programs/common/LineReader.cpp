@@ -4,6 +4,8 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
+#include <utility>
 
 namespace sentrel::programs {
 namespace {
@@ -27,17 +29,24 @@ void LineReader::dispatch() {
   open_ = false;
   if (!pending_.empty()) pending_ += '\n';
   handleLines();
-  if (atEnd_ == AtEnd::stop) loop_.stop();
+  if (atEnd_ == AtEnd::stop) loop_.async([&loop = loop_] { loop.stop(); });
 }
 
 void LineReader::handleLines() {
-  for (;;) {
-    const std::size_t end = std::min(pending_.find('\n'), longestLine);
-    if (end >= pending_.size()) return;
+  for (auto end = pending_.find('\n'); end != pending_.npos; end = pending_.find('\n')) {
+    ignoreIfTooLong(end);
     const std::string line = pending_.substr(0, end);
-    pending_.erase(0, end + (pending_[end] == '\n' ? 1 : 0));
-    handler_(line);
+    pending_.erase(0, end + 1);
+    if (!std::exchange(isIgnored_, false)) handler_(line);
   }
+  ignoreIfTooLong(pending_.size());
+  if (isIgnored_) pending_.clear();
+}
+
+void LineReader::ignoreIfTooLong(std::size_t length) {
+  if (length <= longestLine) return;
+  isIgnored_ = true;
+  std::fprintf(stderr, "input: a line of more than %zu bytes is ignored\n", longestLine);
 }
 
 }  // namespace sentrel::programs

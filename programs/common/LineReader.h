@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <string>
@@ -9,7 +10,9 @@
 namespace sentrel::programs {
 
 /// Hands the lines of standard input to a handler, on the run loop's thread, and stops the loop at
-/// the end of the input if asked to. Lines over 64 KiB are cut there.
+/// the end of the input if asked to, behind what the handler posted to it. The last line needs no
+/// newline. A line over 64 KiB is ignored as a whole, and standard error says so: its pieces could
+/// be commands that nobody gave.
 class LineReader final : public bus::RunLoop::Source {
  public:
   enum class AtEnd { stop, goOn };
@@ -23,11 +26,13 @@ class LineReader final : public bus::RunLoop::Source {
 
  private:
   void handleLines();
+  void ignoreIfTooLong(std::size_t length);
 
   bus::RunLoop& loop_;
   AtEnd atEnd_;
   Handler handler_;
   std::string pending_;
+  bool isIgnored_ = false;  // the line that pending_ starts with, or is in the middle of
   bool open_ = true;
 };
 

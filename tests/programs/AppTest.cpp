@@ -32,9 +32,10 @@ class App : public ::testing::Test {
       EXPECT_EQ(run("sentrelctl", command).code, 0);
   }
 
-  ProgramResult run(const char* program, std::vector<std::string> arguments) {
+  ProgramResult run(const char* program, std::vector<std::string> arguments,
+                    const std::string& input = {}) {
     arguments.insert(arguments.begin(), {"--root", root.path()});
-    return runProgram(program, arguments);
+    return runProgram(program, arguments, input);
   }
 
   /// What the program answers in one call, and how it ends.
@@ -82,6 +83,38 @@ TEST_F(App, SaysThatAnUnlockIsNotKept) {
   EXPECT_EQ(run("sentrelctl", {"set", "SentrelRemember", "YES"}).code, 0);
   EXPECT_EQ(answer({notes, "session"}), "NO\n1");
   EXPECT_EQ(answer({notes, "unlock"}), "OK\n0");
+}
+
+TEST_F(App, ObeysEveryWholeLineToTheEndOfTheInput) {
+  const std::string ignored = "input: a line of more than 65536 bytes is ignored\n";
+  const auto indented = [](std::size_t size, const std::string& command) {
+    return std::string(size - command.size(), ' ') + command;
+  };
+  const struct {
+    const char* what;
+    std::string input;
+    std::string output;
+    std::string complaints;
+  } cases[] = {
+      {"nothing", "", "", ""},
+      {"no newline at the end", "ask", "YES\n", ""},
+      {"nor behind another line", "ask\nask " + maps, "YES\nNO\n", ""},
+      {"as long as a line may be", indented(65536, "ask") + "\n", "YES\n", ""},
+      {"one byte too long", indented(65537, "ask") + "\nask " + maps, "NO\n", ignored},
+      {"a command behind the limit", indented(65539, "ask") + "\nask " + maps, "NO\n", ignored},
+      {"long enough for three", indented(200'000, "ask") + "\nask " + maps, "NO\n", ignored},
+      {"two of them", indented(70'000, "ask") + "\n" + indented(70'000, "ask") + "\nask " + maps,
+       "NO\n", ignored + ignored},
+      {"at the end", "ask\n" + indented(70'000, "ask"), "YES\n", ignored},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.what);
+    const ProgramResult result = run("sentrel-app", {notes}, c.input);
+    EXPECT_EQ(result.code, 0);
+    EXPECT_EQ(result.output, c.output);
+    // Behind the line that says that there is no home screen.
+    EXPECT_EQ(result.errors.substr(result.errors.find('\n') + 1), c.complaints);
+  }
 }
 
 TEST_F(App, EndsWithTwoAndNoAnswerWhenTheCallIsWrong) {

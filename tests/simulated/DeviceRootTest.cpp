@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <string>
 
 #include "device/simulated/DeviceRootReader.h"
@@ -26,14 +26,37 @@ class PhoneFromItsRoot : public ::testing::Test {
 
   DeviceRootReader reader() { return DeviceRootReader(storage::DeviceRoot(root.string())); }
 
-  void replace(const char* path, const std::string& content) {
+  void replace(const std::string& path, const std::string& content) {
     fs::create_directories((root / path).parent_path());
     std::ofstream(root / path) << content;
+  }
+
+  /// One entry in the place of a file's others.
+  void replace(const std::string& path, const std::string& key, const std::string& value) {
+    replace(path, "<plist><dict><key>" + key + "</key>" + value + "</dict></plist>");
   }
 
   fs::path root;
   SimulatedDevice device;
 };
+
+using Complaints = std::vector<std::string>;
+
+/// What was said about one file, without its name.
+Complaints about(const std::string& path, const DeviceRootReader& reader) {
+  const std::string start = "/" + path + ": ";
+  Complaints faults;
+  for (const std::string& complaint : reader.complaints())
+    if (complaint.starts_with(start)) faults.push_back(complaint.substr(start.size()));
+  return faults;
+}
+
+const std::string iconState = "var/mobile/Library/SpringBoard/IconState.plist";
+const std::string preferences = "var/mobile/Library/Preferences/.GlobalPreferences.plist";
+const std::string networks = "var/preferences/SystemConfiguration/com.apple.wifi.plist";
+const std::string systemVersion = "System/Library/CoreServices/SystemVersion.plist";
+const std::string state = "var/run/sentrel/device.plist";
+const std::string notesBundle = "var/containers/Bundle/Application/00000001/Notes.app";
 
 TEST_F(PhoneFromItsRoot, DescribesThePhone) {
   auto example = reader();
@@ -76,9 +99,7 @@ TEST_F(PhoneFromItsRoot, GivesEachBundleItsTextsInTheDevicesLanguage) {
   EXPECT_EQ(example.mainBundle("com.apple.springboard")->localizedString("Sentrel"),
             "Sentrel-Schutz");
   EXPECT_EQ(example.mainBundle("com.example.absent")->localizedString("Cancel"), "Cancel");
-  replace(
-      "var/mobile/Library/Preferences/.GlobalPreferences.plist",
-      "<plist><dict><key>AppleLanguages</key><array><string>en</string></array></dict></plist>");
+  replace(preferences, "AppleLanguages", "<array><string>en</string></array>");
   EXPECT_EQ(reader().mainBundle("com.example.notes")->localizedString("Cancel"), "Cancel");
 }
 
@@ -175,24 +196,161 @@ TEST_F(PhoneFromItsRoot, HasDarkModeAndScenesFromSystem13On) {
   }
 }
 
-TEST_F(PhoneFromItsRoot, LeavesOutWhatIsDamagedAndSaysSo) {
-  replace("Applications/Broken.app/Info.plist", "not a property list");
-  replace("Applications/Nameless.app/Info.plist", "<plist><dict/></plist>");
-  fs::create_directories(root / "Applications/Empty.app");
-  replace("var/mobile/Library/SpringBoard/IconState.plist",
-          "<plist><dict><key>iconLists</key><array><array><integer>1</integer>"
-          "<string>com.example.maps</string></array></array></dict></plist>");
-  replace("System/Library/CoreServices/SystemVersion.plist", "<plist><array/></plist>");
+TEST_F(PhoneFromItsRoot, FallsBackToTheLanguageWithoutTheRegion) {
+  replace(notesBundle + "/de-AT.lproj/Localizable.strings", "Cancel", "<string>Abbruch</string>");
+  const struct {
+    const char* language;
+    const char* cancel;
+    const char* name;
+  } cases[] = {
+      {"de", "Abbrechen", "Notizen"}, {"de-DE", "Abbrechen", "Notizen"},
+      {"de-AT", "Abbruch", "Notes"},  {"de-Latn-CH", "Abbrechen", "Notizen"},
+      {"fr-FR", "Cancel", "Notes"},   {"den-DE", "Cancel", "Notes"},
+      {"-", "Cancel", "Notes"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.language);
+    replace(preferences, "AppleLanguages",
+            "<array><string>" + std::string(c.language) + "</string></array>");
+    SimulatedDevice phone;
+    auto localized = reader();
+    localized.fill(phone);
+    EXPECT_EQ(localized.mainBundle("com.example.notes")->localizedString("Cancel"), c.cancel);
+    EXPECT_EQ(phone.applications().find("com.example.notes")->displayName, c.name);
+    EXPECT_EQ(localized.complaints(), Complaints());
+  }
+}
+
+TEST_F(PhoneFromItsRoot, NamesTheFaultOfEachBundleOnce) {
+  const struct {
+    const char* path;
+    const char* content;
+    const char* fault;
+  } cases[] = {
+      {"Applications/Broken.app/Info.plist", "not a property list", "it is damaged"},
+      {"Applications/List.app/Info.plist", "<plist><array/></plist>",
+       "its outermost value is not a dictionary"},
+      {"Applications/Nameless.app/Info.plist", "<plist><dict/></plist>", "it names no identifier"},
+      {"Applications/Tagged.app/Info.plist",
+       "<plist><dict><key>CFBundleIdentifier</key><string>com.example.tagged</string>"
+       "<key>SBAppTags</key><string>hidden</string></dict></plist>",
+       "SBAppTags is no list"},
+      {"Applications/Empty.app/Info.plist", nullptr, "there is no such file"},
+  };
+  for (const auto& c : cases) {
+    fs::create_directories((root / c.path).parent_path());
+    if (c.content) replace(c.path, c.content);
+  }
+  auto damaged = reader();
+  damaged.fill(device);
+  damaged.mainBundle("com.example.notes");
+  for (const auto& c : cases) {
+    const Complaints faults = about(c.path, damaged);
+    ASSERT_EQ(faults.size(), 1U) << c.path;
+    EXPECT_TRUE(faults[0].starts_with(c.fault)) << faults[0];
+  }
+  EXPECT_EQ(damaged.complaints().size(), std::size(cases));
+  EXPECT_TRUE(device.applications().find("com.example.notes"));
+}
+
+TEST_F(PhoneFromItsRoot, KeepsTheFirstBundleOfAnIdentifier) {
+  const struct {
+    std::string folder;
+    const char* identifier;
+    const char* owner;
+  } cases[] = {
+      {"var/containers/Bundle/Application/00000009/Other.app", "com.example.notes",
+       "/var/containers/Bundle/Application/00000001/Notes.app"},
+      {"Applications/Zoo.app", "com.apple.mobileslideshow", "/Applications/Photos.app"},
+      {"Applications/Home.app", "com.apple.springboard",
+       "/System/Library/CoreServices/SpringBoard.app"},
+  };
+  for (const auto& c : cases) {
+    replace(c.folder + "/Info.plist", "CFBundleIdentifier",
+            "<string>" + std::string(c.identifier) + "</string>");
+    replace(c.folder + "/de.lproj/Localizable.strings", "Cancel", "<string>Weg</string>");
+  }
+  auto doubled = reader();
+  doubled.fill(device);
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.identifier);
+    EXPECT_EQ(doubled.mainBundle(c.identifier)->localizedString("Cancel"), "Abbrechen");
+    EXPECT_EQ(about(c.folder + "/Info.plist", doubled),
+              Complaints{std::string(c.identifier) + " is " + c.owner + " already"});
+  }
+  EXPECT_EQ(doubled.complaints().size(), std::size(cases));
+  EXPECT_FALSE(device.applications().find("com.apple.springboard"));
+}
+
+TEST_F(PhoneFromItsRoot, SaysWhatIsOfAWrongShape) {
+  const struct {
+    std::string path;
+    const char* key;
+    const char* value;
+    Complaints faults;
+  } cases[] = {
+      {iconState, "buttonBar", "<string>com.example.mail</string>", {"buttonBar is no list"}},
+      {iconState, "iconLists", "<dict/>", {"iconLists is no list"}},
+      {iconState,
+       "iconLists",
+       "<array><string>stray\nline</string><array><integer>1</integer><dict/></array></array>",
+       {"stray?line in iconLists is no page", "1 is neither an application nor a folder",
+        "{} is neither an application nor a folder"}},
+      {networks, "List of known networks", "<dict/>", {"List of known networks is no list"}},
+      {networks,
+       "List of known networks",
+       "<array><string>Home</string><dict><key>SSID_STR</key><true/></dict></array>",
+       {"Home is no network with an SSID_STR", "{SSID_STR = YES} is no network with an SSID_STR"}},
+      {systemVersion,
+       "ProductVersion",
+       "<string>v15</string>",
+       {"ProductVersion is no text that starts with a number: v15"}},
+      {systemVersion,
+       "ProductVersion",
+       "<integer>15</integer>",
+       {"ProductVersion is no text that starts with a number: 15"}},
+      {preferences, "AppleLanguages", "<string>de</string>", {"AppleLanguages is no list"}},
+      {preferences,
+       "AppleLanguages",
+       "<array><integer>5</integer><string>de</string></array>",
+       {"5 in AppleLanguages is no text"}},
+      {preferences, "", "<nothing/>", {"it is damaged: an unknown element (line 1)"}},
+      {state, "Assertions", "<string>call</string>", {"Assertions is no list"}},
+  };
+  for (const auto& c : cases) {
+    replace(c.path, c.key, c.value);
+    SimulatedDevice phone;
+    auto damaged = reader();
+    damaged.fill(phone);
+    damaged.mainBundle("com.example.notes");
+    EXPECT_EQ(about(c.path, damaged), c.faults) << c.value;
+  }
+}
+
+TEST_F(PhoneFromItsRoot, KeepsWhatLiesBesideDamage) {
+  replace(iconState, "iconLists",
+          "<array><true/><array><integer>1</integer><dict>"
+          "<key>displayName</key><string>Games</string>"
+          "<key>iconLists</key><array><false/><array><integer>2</integer>"
+          "<dict><key>iconLists</key><array><array><string>com.example.bank</string></array>"
+          "</array></dict><string>com.example.chess</string></array></array>"
+          "</dict><string>com.example.maps</string></array></array>");
+  replace(networks, "List of known networks",
+          "<array><true/><dict><key>SSID_STR</key><string>Home</string></dict></array>");
+  replace(preferences, "AppleLanguages", "<array><integer>5</integer><string>de</string></array>");
+  replace(systemVersion, "ProductVersion", "<string>v15</string>");
   auto damaged = reader();
   damaged.fill(device);
   EXPECT_EQ(device.system().version, SystemState().version);
-  EXPECT_TRUE(device.applications().find("com.example.notes"));
   EXPECT_TRUE(device.homeScreen().icon("com.example.maps"));
-  EXPECT_TRUE(device.homeScreen().folders().empty());
-  for (const char* part : {"Broken.app", "Nameless.app", "Empty.app", "IconState", "SystemVersion"})
-    EXPECT_TRUE(std::ranges::any_of(damaged.complaints(), [part](const std::string& complaint) {
-      return complaint.find(part) != std::string::npos;
-    })) << part;
+  EXPECT_TRUE(device.homeScreen().icon("com.example.chess"));
+  EXPECT_FALSE(device.homeScreen().icon("com.example.bank"));
+  EXPECT_EQ(about(iconState + ": folder \"Games\"", damaged),
+            (Complaints{"NO in iconLists is no page", "2 is no application",
+                        "a folder in it is left out with its applications: "
+                        "{iconLists = ((\"com.example.bank\"))}"}));
+  EXPECT_EQ(device.wifi().known, std::vector<std::string>{"Home"});
+  EXPECT_EQ(device.applications().find("com.example.notes")->displayName, "Notizen");
 }
 
 TEST_F(PhoneFromItsRoot, MayBeEmptyOrMissing) {
