@@ -68,7 +68,7 @@ class SENTREL_API Process {
 
   const std::shared_ptr<SNTouchIDManager>& touchIDManager();
 
-  /// The same, as the bridge below it knows it.
+  /// That manager by the interface under which the bridge, which lies below it, hands it events.
   std::shared_ptr<BiometricObserver> biometricMonitor();
 
   // Views and their controllers are shared with whoever shows them.

@@ -81,18 +81,19 @@ void DeviceRootReader::fillSystem(SimulatedDevice& device) {
 void DeviceRootReader::fillState(SimulatedDevice& device) {
   const auto state = files_.read(stateFile);
   if (!state) return;
-  if (const std::string* model = textUnder(*state, "Model")) device.system().model = *model;
-  if (const std::string* network = textUnder(*state, "JoinedNetwork"))
+  if (const auto* model = files_.text(stateFile, *state, "Model")) device.system().model = *model;
+  if (const auto* network = files_.text(stateFile, *state, "JoinedNetwork"))
     device.wifi().joined = *network;
-  if (const std::string* front = textUnder(*state, "FrontApplication"))
+  if (const auto* front = files_.text(stateFile, *state, "FrontApplication"))
     device.applications().setFront(*front);
-  if (const PropertyList* scenes = find(*state, "ConnectedScenes"))
+  if (const auto* scenes = files_.number(stateFile, *state, "ConnectedScenes", "number"))
     device.system().connectedScenes =
         static_cast<std::size_t>(std::max<std::int64_t>(scenes->integerValue(), 0));
   for (const std::string& reason : files_.texts(stateFile, *state, "Assertions"))
     device.sensor().hold(/*mode=*/5, reason);
   for (const Flag& flag : flags)
-    if (const PropertyList* value = find(*state, flag.key)) flag.set(device, value->boolValue());
+    if (const auto* value = files_.number(stateFile, *state, flag.key, "YES or NO"))
+      flag.set(device, value->boolValue());
 }
 
 void DeviceRootReader::fillNetworks(SimulatedDevice& device) {

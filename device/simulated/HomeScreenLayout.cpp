@@ -26,7 +26,7 @@ Array itemsOfPages(RootPropertyLists& files, const std::string& place, const Dic
 
 void placeFolder(RootPropertyLists& files, SimulatedHomeScreen& homeScreen,
                  const Dictionary& folder) {
-  const std::string* name = textUnder(folder, "displayName");
+  const std::string* name = files.text(iconStateFile, folder, "displayName");
   const std::string place =
       std::string(iconStateFile) + ": folder " + (name ? "\"" + *name + "\"" : "without a name");
   std::vector<std::string> identifiers;

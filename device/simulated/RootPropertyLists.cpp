@@ -41,6 +41,22 @@ std::vector<std::string> RootPropertyLists::texts(const std::string& place,
   return texts;
 }
 
+const std::string* RootPropertyLists::text(const std::string& place, const Dictionary& entries,
+                                           std::string_view key) {
+  const PropertyList* value = find(entries, key);
+  if (value && !value->as<std::string>())
+    complain(place, std::string(key) + " is no text: " + describe(*value));
+  return textUnder(entries, key);
+}
+
+const PropertyList* RootPropertyLists::number(const std::string& place, const Dictionary& entries,
+                                              std::string_view key, const char* what) {
+  const PropertyList* value = find(entries, key);
+  if (!value || value->isNumber()) return value;
+  complain(place, std::string(key) + " is no " + what + ": " + describe(*value));
+  return nullptr;
+}
+
 bool RootPropertyLists::isFolder(const std::string& path) const {
   std::error_code error;
   return std::filesystem::is_directory(root_.hostPath(path).value_or(""), error);

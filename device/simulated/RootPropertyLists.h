@@ -33,6 +33,16 @@ class RootPropertyLists {
   std::vector<std::string> texts(const std::string& place, const PropertyList::Dictionary& entries,
                                  std::string_view key);
 
+  /// The text under `key`; null where there is none, or an empty one. What is no text is complained
+  /// about. Lives as long as `entries`.
+  const std::string* text(const std::string& place, const PropertyList::Dictionary& entries,
+                          std::string_view key);
+
+  /// The number under `key`; null, with a complaint, where something else is there. `what` says
+  /// what was expected.
+  const PropertyList* number(const std::string& place, const PropertyList::Dictionary& entries,
+                             std::string_view key, const char* what);
+
   bool isFolder(const std::string& path) const;
 
   /// The folders in a folder in the order of their names, so that every run sees the same device.

@@ -5,17 +5,6 @@
 #include "device/storage/OpenSslCryptography.h"
 
 namespace sentrel::simulated {
-namespace {
-
-// Scenes and dark mode came together.
-constexpr int firstVersionWithScenes = 13;
-
-int majorVersion(const SystemState& system) {
-  return static_cast<int>(PropertyList(system.version).integerValue());
-}
-
-}  // namespace
-
 SimulatedDevice::SimulatedDevice()
     : timeline_(std::make_shared<VirtualTimeline>()),
       files_(std::make_shared<SimulatedFiles>()),
@@ -28,7 +17,7 @@ SimulatedDevice::SimulatedDevice()
       xpc_(std::make_shared<XpcHub>(timeline_, watch_)),
       audioServices_(std::make_shared<SimulatedAudioServices>(journal_)),
       system_(std::make_shared<SystemState>()),
-      screen_(std::make_shared<SimulatedScreen>()),
+      screen_(std::make_shared<SimulatedScreen>(system_)),
       sensor_(std::make_shared<SimulatedSensor>(journal_)),
       lock_(std::make_shared<SimulatedLock>(journal_)),
       applications_(std::make_shared<SimulatedApplications>(journal_)),
@@ -75,7 +64,6 @@ void SimulatedDevice::addCommonParts(Platform& platform) const {
   platform.libraries = libraries_;
   platform.spawner = std::make_shared<SimulatedSpawner>(journal_);
   platform.audioServices = audioServices_;
-  if (majorVersion(*system_) < firstVersionWithScenes) screen_->setUserInterfaceStyle(std::nullopt);
   platform.screen = screen_;
   platform.textMeasuring = std::make_shared<FixedTextMeasuring>();
   platform.qvUtils = makeQVUtils(applications_, system_);
@@ -84,8 +72,7 @@ void SimulatedDevice::addCommonParts(Platform& platform) const {
 void SimulatedDevice::addSpringBoardClasses(Platform& platform) const {
   platform.applicationController = makeApplicationController(applications_);
   platform.springBoard = makeSpringBoardApplication(applications_, system_);
-  if (majorVersion(*system_) < firstVersionWithScenes)
-    platform.springBoard->connectedScenes = nullptr;
+  if (!hasScenes(*system_)) platform.springBoard->connectedScenes = nullptr;
   platform.springBoard->isLocked = [lock = lock_] { return lock->isLocked(); };
   platform.iconController = makeIconController(homeScreen_);
   platform.lockScreenManager = makeLockScreenManager(lock_);

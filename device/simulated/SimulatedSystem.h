@@ -4,6 +4,7 @@
 #include <string>
 #include <utility>
 
+#include "sentrel/platform/PropertyList.h"
 #include "sentrel/platform/SystemFacts.h"
 
 namespace sentrel::simulated {
@@ -16,6 +17,15 @@ struct SystemState {
   std::size_t connectedScenes = 1;
   bool canUseAlertView = false;
 };
+
+inline int majorVersion(const SystemState& system) {
+  return static_cast<int>(PropertyList(system.version).integerValue());
+}
+
+/// Scenes and dark mode came together.
+inline bool hasScenes(const SystemState& system) {
+  return majorVersion(system) >= 13;
+}
 
 class SimulatedSystemFacts final : public SystemFacts {
  public:

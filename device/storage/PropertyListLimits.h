@@ -4,8 +4,7 @@
 
 namespace sentrel::storage {
 
-/// The largest property list that is read, written or sent, in bytes: a folder of thirty thousand
-/// icons.
+/// The largest property list that is read or written, in bytes: a folder of thirty thousand icons.
 constexpr std::size_t maximumPropertyListSize = 8 << 20;
 
 /// How many containers may lie inside one another. Readers and writers recurse once a level.

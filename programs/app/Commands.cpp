@@ -1,25 +1,30 @@
 #include "programs/app/Commands.h"
 
+#include <algorithm>
 #include <optional>
 #include <string_view>
 
 #include "programs/common/CommandLine.h"
-#include "sentrel/bridge/Messages.h"
+#include "programs/common/HomeScreenProbe.h"
 #include "sentrel/bridge/SNUtils.h"
 #include "sentrel/controller/SentrelController.h"
 #include "sentrel/settings/SNSettings.h"
 #include "sentrel/settings/SNWiFiManager.h"
 
 namespace sentrel::programs {
-
 namespace {
 
 Answer answerOf(bool yes) {
   return yes ? Answer{"YES"} : Answer{"NO", exitNo};
 }
 
+/// A name may hold what would end the line.
 Answer answerOf(const std::optional<std::string>& text) {
-  return text ? Answer{*text} : Answer{"NONE", exitNo};
+  if (!text) return {"NONE", exitNo};
+  std::string line = *text;
+  std::ranges::replace_if(
+      line, [](unsigned char c) { return c < ' '; }, ' ');
+  return {line};
 }
 
 Answer answerOf(const std::optional<PropertyList::Array>& list) {
@@ -32,12 +37,6 @@ Answer answerOf(const std::optional<PropertyList::Dictionary>& entries) {
 
 Answer outcome(bool success) {
   return success ? Answer{"OK"} : Answer{"NO", exitNo};
-}
-
-/// For what the home screen is only told, and whose reply says nothing.
-bool isHomeScreenThere() {
-  return SNUtils::sendMessageToSpringBoardAndReceiveReplyName(messages::IsDeviceLocked::name, {})
-      .has_value();
 }
 
 Answer unlock(const std::string& item) {

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstdio>
 #include <set>
 #include <variant>
@@ -5,6 +6,7 @@
 #include "device/storage/PlistFiles.h"
 #include "programs/common/CommandLine.h"
 #include "programs/sentrelctl/Command.h"
+#include "sentrel/settings/FolderRecord.h"
 #include "sentrel/settings/SNSettings.h"
 #include "sentrel/settings/SettingsKeys.h"
 
@@ -85,19 +87,12 @@ void checkTexts(Report& report, std::string_view key, const PropertyList::Array&
 }
 
 bool isNamedIcon(const PropertyList& icon) {
-  const auto* entries = icon.as<PropertyList::Dictionary>();
-  return entries && find<std::string>(*entries, folder_keys::displayName) &&
-         find<std::string>(*entries, folder_keys::bundleIdentifier);
+  return displayNameOf(icon) && bundleIdentifierOf(icon);
 }
 
 bool isRecord(const PropertyList& record) {
-  const auto* entries = record.as<PropertyList::Dictionary>();
-  if (!entries || !find<std::string>(*entries, folder_keys::displayName)) return false;
-  const auto* icons = find<PropertyList::Array>(*entries, folder_keys::allIcons);
-  if (!icons) return false;
-  for (const PropertyList& icon : *icons)
-    if (!isNamedIcon(icon)) return false;
-  return true;
+  const auto* icons = iconsOf(record);
+  return displayNameOf(record) && icons && std::ranges::all_of(*icons, isNamedIcon);
 }
 
 void checkFolders(Report& report, std::string_view key, const PropertyList::Array& records) {
@@ -124,7 +119,7 @@ void checkTogether(Report& report, const PropertyList::Dictionary& file) {
   const auto* passcode = find<std::string>(file, settings_keys::passcode);
   if (onlyPasscode && onlyPasscode->boolValue() && (!passcode || passcode->empty()))
     report.fault(settings_keys::usePasscodeOnly, "has no effect: no passcode is stored");
-  if (passcode && !passcode->empty() && !SNSettings::sharedSettings().decryptString(*passcode))
+  if (passcode && !passcode->empty() && !SNSettings::sharedSettings().canDecryptString(*passcode))
     report.fault(settings_keys::passcode,
                  "is no enciphered passcode: nothing that is typed is right");
 }

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "programs/common/HomeScreenProbe.h"
 #include "sentrel/controller/SentrelController.h"
 #include "sentrel/settings/SNSettings.h"
 #include "sentrel/settings/SNWiFiManager.h"
@@ -9,10 +10,8 @@
 namespace sentrel::sentrelctl {
 namespace {
 
-constexpr const char* unknown = "unknown: the home screen does not answer";
-
 void explainNetwork(const SNSettings& settings) {
-  if (!homeScreenAnswers()) return step("trusted network?", unknown);
+  if (!homeScreenAnswers()) return stepUnknown("trusted network?");
   const auto network = SNWiFiManager::sharedManager().currentNetWork();
   const auto* name = network ? find<std::string>(*network, "SSID") : nullptr;
   if (!name) return step("trusted network?", "no: none is joined");
@@ -29,8 +28,12 @@ std::string yesOrNo(bool yes) {
   return yes ? "yes" : "no";
 }
 
+void stepUnknown(const char* question) {
+  step(question, "unknown: the home screen does not answer");
+}
+
 bool homeScreenAnswers() {
-  static const bool answers = SNWiFiManager::sharedManager().knownNetworks().has_value();
+  static const bool answers = programs::isHomeScreenThere();
   return answers;
 }
 
@@ -41,7 +44,7 @@ void explainActivity() {
 }
 
 void explainSession(std::string_view item) {
-  if (!homeScreenAnswers()) return step("open session?", unknown);
+  if (!homeScreenAnswers()) return stepUnknown("open session?");
   const bool covered = SentrelController::sharedInstance().shouldIgnoreAuthentication(item);
   step("open session?", yesOrNo(covered) + ": " + std::string(item));
 }

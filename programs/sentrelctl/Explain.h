@@ -13,9 +13,12 @@ namespace sentrel::sentrelctl {
 /// One line: a question and its answer.
 void step(const char* question, const std::string& answer);
 
+/// The line for what only the home screen could have told.
+void stepUnknown(const char* question);
+
 std::string yesOrNo(bool yes);
 
-/// Whether there is a home-screen process that answers. Asked once.
+/// Whether there is a home-screen process that answers. Asked once for an explanation.
 bool homeScreenAnswers();
 
 /// Whether the system is on, and whether a trusted network is joined.

@@ -2,9 +2,9 @@
 #include <ranges>
 
 #include "device/simulated/SimulatedHomeScreen.h"
-#include "programs/common/CommandLine.h"
 #include "programs/sentrelctl/Explain.h"
 #include "programs/sentrelctl/Folders.h"
+#include "sentrel/controller/SentrelController.h"
 #include "sentrel/settings/FolderRecord.h"
 #include "sentrel/settings/SNSettings.h"
 #include "sentrel/settings/SettingsKeys.h"
@@ -63,11 +63,15 @@ programs::ExitCode explainFolder(const std::string& bundleIdentifier) {
   const SNSettings& settings = SNSettings::sharedSettings();
   const PropertyList record = requireFolderOf(bundleIdentifier);
   explainActivity();
-  step("open session?", "only the home screen itself can tell");
+  const bool isCovered =
+      SentrelController::sharedInstance().shouldIgnoreAuthentication(SessionItem::record(record));
+  step("open session?", isCovered
+                            ? "yes: one for everything"
+                            : "no, or one for this folder, of which the home screen alone knows");
   explainAllFolders(settings);
   const bool isStored = settings.hasFolder(record, /*ignoreAllOther=*/true);
   step("in the set?", yesOrNo(isStored) + ": the protected folders");
-  return conclude(settings.isFolderProtected(*liveFolder(record)));
+  return conclude(!isCovered && settings.isFolderProtected(*liveFolder(record)));
 }
 
 programs::ExitCode explainFolderOf(const std::string& bundleIdentifier) {
@@ -75,10 +79,8 @@ programs::ExitCode explainFolderOf(const std::string& bundleIdentifier) {
   explainActivity();
   explainSession(bundleIdentifier);
   const auto folder = folderOf(bundleIdentifier);
-  if (homeScreenAnswers())
-    step("in a folder?", yesOrNo(folder.has_value()));
-  else
-    step("in a folder?", "unknown: the home screen does not answer");
+  homeScreenAnswers() ? step("in a folder?", yesOrNo(folder.has_value()))
+                      : stepUnknown("in a folder?");
   if (folder) explainSet(settings, bundleIdentifier, *folder);
   return conclude(settings.isFolderProtectedForApp(bundleIdentifier).has_value());
 }

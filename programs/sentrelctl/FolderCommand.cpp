@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstdio>
 #include <utility>
 
@@ -28,49 +29,51 @@ ExitCode list() {
   return programs::exitDone;
 }
 
-/// The folder as it is now, or else as it was when it was stored.
-ExitCode unprotect(const Context& context, const std::string& bundleIdentifier) {
+ExitCode unprotect(const std::string& bundleIdentifier) {
+  const PropertyList folder = requireFolderOf(bundleIdentifier);
   SNSettings& settings = SNSettings::sharedSettings();
-  const auto folder = folderOf(bundleIdentifier);
-  if (folder && settings.matchedFolderDataIndex(*folder) >= 0) {
-    requireWritten(settings.removeFromFolders(*folder));
-    return programs::exitDone;
-  }
-  PropertyList::Array records = settings.enabledFolders();
-  const auto holds = [&](const PropertyList& record) {
-    return holdsApplication(record, bundleIdentifier);
-  };
-  if (std::erase_if(records, holds) == 0) {
+  if (settings.matchedFolderDataIndex(folder) < 0) {
     std::fprintf(stderr, "sentrelctl: the folder of %s is not protected\n",
                  bundleIdentifier.c_str());
     return programs::exitNo;
   }
+  requireWritten(settings.removeFromFolders(folder));
+  return programs::exitDone;
+}
+
+/// The first record of that name: also of a folder that is no longer as it was when it was stored.
+ExitCode forget(const Context& context, const std::string& name) {
+  PropertyList::Array records = SNSettings::sharedSettings().enabledFolders();
+  const auto record = std::ranges::find(records, name, nameOf);
+  if (record == records.end()) return programs::exitNo;
+  records.erase(record);
   changeSetting(context, settings_keys::folders, std::move(records));
   return programs::exitDone;
 }
 
+ExitCode change(const Context& context, const std::string& what, const std::string& item) {
+  requireListOrNone(context, settings_keys::folders);
+  if (what == "unprotect") return unprotect(item);
+  if (what == "forget") return forget(context, item);
+  if (what != "protect") throw UsageError("expected folders protect, unprotect or forget");
+  requireWritten(SNSettings::sharedSettings().addToFolders(requireFolderOf(item)));
+  return programs::exitDone;
+}
+
 ExitCode folders(const Context& context, const Arguments& arguments) {
-  const std::string& what = arguments[0];
-  const bool hasApplication = arguments.size() == 2;
   readSettingsFile(context);
-  if (what == "list" && !hasApplication) return list();
-  if (what != "reset") requireListOrNone(context, settings_keys::folders);
-  SNSettings& settings = SNSettings::sharedSettings();
-  if (what == "reset" && !hasApplication) {
-    requireWritten(settings.resetAllFolders());
-  } else if (what == "protect" && hasApplication) {
-    requireWritten(settings.addToFolders(requireFolderOf(arguments[1])));
-  } else if (what == "unprotect" && hasApplication) {
-    return unprotect(context, arguments[1]);
-  } else {
-    throw UsageError("expected folders list|reset, or folders protect|unprotect BUNDLE-ID");
-  }
+  if (arguments.size() == 2) return change(context, arguments[0], arguments[1]);
+  if (arguments[0] == "list") return list();
+  if (arguments[0] != "reset") throw UsageError("expected folders list or reset");
+  requireWritten(SNSettings::sharedSettings().resetAllFolders());
   return programs::exitDone;
 }
 
 constexpr Command commands[] = {
     {"folders", "list|reset", "lists the protected folders, or protects none", 1, 2, folders},
     {"folders", "protect|unprotect BUNDLE-ID", "the folder that the application lies in", 1, 2,
+     folders},
+    {"folders", "forget NAME", "protects the first stored folder of that name no longer", 1, 2,
      folders},
 };
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "programs/common/CommandLine.h"
-#include "programs/sentrelctl/Explain.h"
+#include "programs/common/HomeScreenProbe.h"
 #include "sentrel/bridge/FolderKeys.h"
 #include "sentrel/bridge/SNUtils.h"
 #include "sentrel/settings/FolderRecord.h"
@@ -19,7 +19,7 @@ std::optional<PropertyList> folderOf(const std::string& bundleIdentifier) {
 
 PropertyList requireFolderOf(const std::string& bundleIdentifier) {
   if (auto record = folderOf(bundleIdentifier)) return *std::move(record);
-  if (!homeScreenAnswers()) throw programs::ProgramError("the home-screen process does not answer");
+  programs::requireHomeScreen();
   throw programs::ProgramError("the home screen knows of no folder that holds " + bundleIdentifier);
 }
 

@@ -1,8 +1,8 @@
 #include <cstdio>
 
 #include "programs/common/CommandLine.h"
+#include "programs/common/HomeScreenProbe.h"
 #include "programs/sentrelctl/Command.h"
-#include "programs/sentrelctl/Explain.h"
 #include "programs/sentrelctl/SettingsFile.h"
 #include "sentrel/settings/SNSettings.h"
 #include "sentrel/settings/SNWiFiManager.h"
@@ -26,13 +26,14 @@ ExitCode listTrusted(const Context& context) {
 }
 
 ExitCode listKnown() {
+  programs::requireHomeScreen();
   const auto known = SNWiFiManager::sharedManager().knownNetworks();
-  if (!known) throw ProgramError("the home-screen process does not answer");
+  if (!known) throw ProgramError("the home screen cannot tell");
   return list(*known);
 }
 
 ExitCode showCurrent() {
-  if (!homeScreenAnswers()) throw ProgramError("the home-screen process does not answer");
+  programs::requireHomeScreen();
   const auto network = SNWiFiManager::sharedManager().currentNetWork();
   const auto* name = network ? find<std::string>(*network, "SSID") : nullptr;
   if (!name) return programs::exitNo;

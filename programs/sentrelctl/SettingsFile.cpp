@@ -1,5 +1,6 @@
 #include "programs/sentrelctl/SettingsFile.h"
 
+#include <cstdio>
 #include <utility>
 #include <variant>
 
@@ -38,12 +39,22 @@ constexpr ItemSet itemSets[] = {
      &SNSettings::setProtectedControlCenterItems},
 };
 
+/// Says which items are in the one set alone.
+void noteDifference(const ProtectedItems& in, const ProtectedItems& notIn, const char* what) {
+  for (const std::string& item : in)
+    if (!notIn.contains(item)) std::fprintf(stderr, "sentrelctl: %s %s\n", item.c_str(), what);
+}
+
 std::optional<PropertyList> asSet(std::string_view key, std::optional<PropertyList> value) {
   for (const ItemSet& set : itemSets) {
     if (set.key != key || !value) continue;
     SNSettings& settings = SNSettings::sharedSettings();
-    (settings.*set.setItems)(ProtectedItems(&*value));
-    return (settings.*set.items)().asArray();
+    const ProtectedItems wanted(&*value);
+    (settings.*set.setItems)(wanted);
+    const ProtectedItems& kept = (settings.*set.items)();
+    noteDifference(wanted, kept, "is never protected and was left out");
+    noteDifference(kept, wanted, "is always protected and was put in");
+    return kept.asArray();
   }
   return value;
 }

@@ -23,6 +23,10 @@ Observer defaultObserver() {
   return Process::current().biometricMonitor();
 }
 
+Observer orDefault(const Observer& observer) {
+  return observer ? observer : defaultObserver();
+}
+
 void acquireAssertion(const Observer& observer) {
   const auto& resource = currentPlatform().biometricResource;
   if (!resource) return;
@@ -66,7 +70,7 @@ void dropOwnAssertions(SBUIBiometricResource& resource) {
 
 void SNUtils::startBioMetricsResource(const Observer& observer, bool shouldAddDarwinObserver) {
   if (isSpringBoard()) return acquireAssertion(observer);
-  if (shouldAddDarwinObserver) observeDistributedEvents(observer);
+  if (shouldAddDarwinObserver) observeDistributedEvents(orDefault(observer));
   postDarwinNotification(notifications::startBioMetricAssertion);
 }
 
@@ -76,7 +80,7 @@ void SNUtils::startBioMetricsResource(bool shouldAddDarwinObserver) {
 
 void SNUtils::stopBioMetricsResource(const Observer& observer) {
   if (isSpringBoard()) return resetBioMetricsResourceCache(observer);
-  currentState().distributedObservers.erase(observer.get());
+  currentState().distributedObservers.erase(orDefault(observer).get());
   postDarwinNotification(notifications::stopBioMetricAssertion);
 }
 

@@ -22,8 +22,9 @@ class SENTREL_API WiFi {
   /// The joined network, its name under "SSID"; none when no network is joined.
   virtual std::optional<PropertyList::Dictionary> currentNetwork() const = 0;
 
-  /// Whether this process holds the client and sees that no network is joined. Every protection
-  /// question asks this first, so a radio that can tell without making a dictionary overrides it.
+  /// Whether this process holds the client and sees that no network is joined. Where networks are
+  /// trusted, every protection question asks it before it asks for the network, so a radio that can
+  /// tell without making a dictionary overrides it.
   virtual bool seesNoNetwork() const { return hasClient() && !currentNetwork(); }
 };
 

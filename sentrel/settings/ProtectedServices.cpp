@@ -4,18 +4,32 @@
 #include <iterator>
 #include <utility>
 
+#include "sentrel/platform/Utf8.h"
+
 namespace sentrel {
 namespace {
 
-constexpr char asciiLowercased(char c) noexcept {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c;
+/// How many bytes the text has before the first one that is not UTF-8.
+std::size_t sizeOfUtf8(std::string_view text) noexcept {
+  std::size_t size = 0;
+  while (size < text.size()) {
+    const std::size_t length = firstUtf8Character(text.substr(size)).length;
+    if (length == 0) break;
+    size += length;
+  }
+  return size;
 }
 
-/// Also of a text that is not UTF-8, which the mapping leaves as it is: one stray byte is not to
-/// take a service out of its application.
+/// The mapping leaves a text that is not UTF-8 as it is, so it is given what lies between the
+/// stray bytes: one of these is not to take a service out of its application.
 std::string lowercased(std::string_view text, const CaseMapping& caseMapping) {
-  std::string lower = caseMapping.lowercased(text);
-  std::ranges::transform(lower, lower.begin(), asciiLowercased);
+  std::string lower;
+  while (!text.empty()) {
+    const std::size_t size = sizeOfUtf8(text);
+    lower += caseMapping.lowercased(text.substr(0, size));
+    if (size < text.size()) lower += text[size];
+    text.remove_prefix(std::min(size + 1, text.size()));
+  }
   return lower;
 }
 

@@ -314,6 +314,9 @@ class SENTREL_API SNSettings final : public BridgeSettings {
   /// under the same key.
   std::optional<std::string> decryptString(std::string_view stored) const;
 
+  /// Whether decryptString() gives a text, which stays here.
+  bool canDecryptString(std::string_view stored) const;
+
   /// Puts the enciphered passcode into the file; whether the file took it. No passcode, or one that
   /// is not UTF-8, changes nothing. If the cipher fails, the stored passcode is removed.
   bool savePasscode(std::optional<std::string_view> plain);

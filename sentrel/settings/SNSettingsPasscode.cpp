@@ -1,3 +1,6 @@
+#include <optional>
+#include <utility>
+
 #include "sentrel/platform/Utf8.h"
 #include "sentrel/settings/PasscodeCipher.h"
 #include "sentrel/settings/SNSettings.h"
@@ -16,14 +19,16 @@ Cryptography::ByteView bytesOf(std::string_view text) noexcept {
   return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
 }
 
-/// A plain text that overwrites itself in the end.
+/// A plain text that overwrites itself in the end, unless it was handed on.
 class PlainText {
  public:
   PlainText(const Cryptography& cryptography, Bytes bytes)
       : cryptography_(cryptography), bytes_(std::move(bytes)) {}
-  ~PlainText() { cryptography_.wipe(bytes_); }
-  PlainText(const PlainText&) = delete;
-  PlainText& operator=(const PlainText&) = delete;
+  ~PlainText() {
+    if (!bytes_.empty()) cryptography_.wipe(bytes_);
+  }
+  PlainText(PlainText&&) = default;
+  PlainText& operator=(PlainText&&) = delete;
 
   const Bytes& bytes() const noexcept { return bytes_; }
   bool isText() const noexcept { return isUtf8(textOf(bytes_)); }
@@ -33,10 +38,15 @@ class PlainText {
   Bytes bytes_;
 };
 
-std::optional<Bytes> decipher(const Cryptography& cryptography, std::string_view stored) {
+/// None for what encryptString() cannot have made.
+std::optional<PlainText> decipher(const Cryptography& cryptography, std::string_view stored) {
   const auto enciphered = cryptography.decodeBase64(stored);
   if (!enciphered) return std::nullopt;
-  return sn__AES256DecryptWithKey(cryptography, *enciphered, passcodeCipherKey);
+  auto bytes = sn__AES256DecryptWithKey(cryptography, *enciphered, passcodeCipherKey);
+  if (!bytes) return std::nullopt;
+  std::optional<PlainText> plain(std::in_place, cryptography, std::move(*bytes));
+  if (!plain->isText()) plain.reset();
+  return plain;
 }
 
 }  // namespace
@@ -49,10 +59,12 @@ std::optional<std::string> SNSettings::encryptString(std::string_view plain) con
 }
 
 std::optional<std::string> SNSettings::decryptString(std::string_view stored) const {
-  auto deciphered = decipher(*platform_.cryptography, stored);
-  if (!deciphered) return std::nullopt;
-  const PlainText plain(*platform_.cryptography, std::move(*deciphered));
-  return plain.isText() ? std::optional<std::string>(textOf(plain.bytes())) : std::nullopt;
+  const auto plain = decipher(*platform_.cryptography, stored);
+  return plain ? std::optional<std::string>(textOf(plain->bytes())) : std::nullopt;
+}
+
+bool SNSettings::canDecryptString(std::string_view stored) const {
+  return decipher(*platform_.cryptography, stored).has_value();
 }
 
 bool SNSettings::savePasscode(std::optional<std::string_view> plain) {
@@ -67,10 +79,8 @@ bool SNSettings::removePasscode() {
 
 bool SNSettings::validatePasscode(std::string_view candidate) const {
   if (!values_.passcode) return false;
-  auto deciphered = decipher(*platform_.cryptography, *values_.passcode);
-  if (!deciphered) return false;
-  const PlainText plain(*platform_.cryptography, std::move(*deciphered));
-  return plain.isText() && equalInConstantTime(plain.bytes(), candidate);
+  const auto plain = decipher(*platform_.cryptography, *values_.passcode);
+  return plain && equalInConstantTime(plain->bytes(), candidate);
 }
 
 }  // namespace sentrel

@@ -4,6 +4,7 @@
 #include "sentrel/settings/ServiceNames.h"
 
 namespace sentrel {
+
 bool SNSettings::isProtectionActive() const {
   return isSentrelEnabled() && !isCurrentlyConnectedToTrustedNetwork();
 }

@@ -73,7 +73,8 @@ TEST_F(DeviceState, DarkModeIsTheMainScreensInTheHomeScreenAlone) {
   device.screen().setUserInterfaceStyle(UIUserInterfaceStyle::dark);
   EXPECT_TRUE(SNUtils::isDarkModeEnabled());
   EXPECT_THAT(takeRequests(), ElementsAre());
-  away().screen = std::make_shared<simulated::SimulatedScreen>();
+  away().screen =
+      std::make_shared<simulated::SimulatedScreen>(std::make_shared<simulated::SystemState>());
   EXPECT_TRUE(inApp([] { return SNUtils::isDarkModeEnabled(); })) << "not its own screen's";
   EXPECT_THAT(takeRequests(), ElementsAre("com.quorvin.sentrel.device.darkmode.enabled"));
 }

@@ -162,17 +162,27 @@ TEST_F(SensorResource, EventsAreLoggedWithTheirPayload) {
 
 TEST_F(SensorResource, WithoutAnObserverTheMonitorHears) {
   std::vector<BiometricEvent> events;
-  inApp([&events] {
-    SNUtils::startBioMetricsResource(/*shouldAddDarwinObserver=*/true);
+  const auto listen = [&events] {
     SNTouchIDManager::sharedManager()->setHandleEventBlock(
         [&events](const std::shared_ptr<BiometricInterface>&, BiometricEvent event) {
           events.push_back(event);
         });
-  });
-  tellEvent(PropertyList::Dictionary{{"EC", 1}});
-  inApp([] { SNUtils::stopBioMetricsResource(); });
-  tellEvent(PropertyList::Dictionary{{"EC", 2}});
-  EXPECT_THAT(events, ElementsAre(1));
+  };
+  for (const bool isNamedNull : {false, true}) {
+    SCOPED_TRACE(isNamedNull);
+    events.clear();
+    inApp([&] {
+      isNamedNull ? SNUtils::startBioMetricsResource(nullptr, /*shouldAddDarwinObserver=*/true)
+                  : SNUtils::startBioMetricsResource(/*shouldAddDarwinObserver=*/true);
+      listen();
+    });
+    tellEvent(PropertyList::Dictionary{{"EC", 1}});
+    inApp([&] {
+      isNamedNull ? SNUtils::stopBioMetricsResource(nullptr) : SNUtils::stopBioMetricsResource();
+    });
+    tellEvent(PropertyList::Dictionary{{"EC", 2}});
+    EXPECT_THAT(events, ElementsAre(1));
+  }
   SNUtils::startBioMetricsResource(/*shouldAddDarwinObserver=*/true);
   EXPECT_THAT(resource().observers(), ElementsAre(SNTouchIDManager::sharedManager()));
   SNUtils::stopBioMetricsResource();

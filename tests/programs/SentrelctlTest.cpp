@@ -356,9 +356,12 @@ TEST_F(Sentrelctl, SetsKeepWhatAlwaysHoldsForThem) {
   ASSERT_EQ(run({"create"}).code, 0);
   const std::string own = "com.quorvin.sentrel.flipswitch";
   EXPECT_EQ(run({"set", "SentrelFlipSwitches", own, "com.example.switch"}).code, 0);
-  EXPECT_EQ(run({"add", "SentrelFlipSwitches", own}).code, 0);
+  EXPECT_EQ(run({"add", "SentrelFlipSwitches", own}).errors,
+            "sentrelctl: " + own + " is never protected and was left out\n");
   EXPECT_EQ(run({"get", "SentrelFlipSwitches"}).output, "com.example.switch\n");
   EXPECT_EQ(run({"set", "SentrelSettingsBundles", "WLAN", "WLAN"}).code, 0);
+  EXPECT_EQ(run({"drop", "SentrelSettingsBundles", "Sentrel"}).errors,
+            "sentrelctl: Sentrel is always protected and was put in\n");
   EXPECT_EQ(run({"get", "SentrelSettingsBundles"}).output, "WLAN, Sentrel\n");
 }
 
@@ -537,8 +540,24 @@ TEST_F(SentrelctlOnAPhone, AFolderThatHasChangedSinceIsExplainedAndLetGo) {
   file.at("SentrelFolders") = records;
   ASSERT_TRUE(files.writeDictionary(std::string(settingsFilePath), file));
   EXPECT_NE(explainChess().find("by another name, Games"), std::string::npos) << explainChess();
-  EXPECT_EQ(run({"folders", "unprotect", "com.example.chess"}).code, 0);
+  EXPECT_EQ(run({"folders", "unprotect", "com.example.chess"}).code, 1);
+  EXPECT_EQ(run({"folders", "forget", "Spiele"}).code, 1);
+  EXPECT_EQ(run({"folders", "list"}).output,
+            "Games: com.example.chess com.example.cards com.example.gone\n");
+  EXPECT_EQ(run({"folders", "forget", "Games"}).code, 0);
   EXPECT_EQ(run({"folders", "list"}).output, "");
+}
+
+TEST_F(SentrelctlOnAPhone, AFolderIsExplainedWithTheSessionThatCoversIt) {
+  for (const char* key : {"SentrelAllFoldersProtected", "SentrelRemember",
+                          "SentrelRememberUntilDeviceLocked", "SentrelApplyUnlockSession"})
+    ASSERT_EQ(run({"set", key, "YES"}).code, 0);
+  EXPECT_EQ(run({"explain", "folder", "com.example.chess"}).code, 0);
+  ASSERT_EQ(
+      runProgram("sentrel-app", {"--root", root.string(), "com.example.notes", "unlock"}).code, 0);
+  const ProgramResult covered = run({"explain", "folder", "com.example.chess"});
+  EXPECT_EQ(covered.code, 1);
+  EXPECT_NE(covered.output.find("open session?          yes"), std::string::npos) << covered.output;
 }
 
 TEST_F(SentrelctlOnAPhone, AFolderOfThousandsOfIconsIsProtectedLikeAnyOther) {

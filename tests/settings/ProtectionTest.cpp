@@ -211,6 +211,11 @@ TEST_F(Protection, SystemServicesBelongToTheApplicationThatTheyBeginWith) {
       {{"com.bad\xff"}, "com.bad\xff.share", true},
       {{"Com.Bad\xff"}, "COM.bad\xff.share", true},
       {{"com.example.app"}, "COM.Example.App.share\xff", true},
+      {{"com.école"}, "COM.ÉCOLE.share\xff\xfe.ÉCOLE", true},
+      {{"COM.\xff\xfeÉCOLE"},
+       "com.\xff\xfe"
+       "école",
+       true},
       {{""}, "anything", true},
       {{}, "anything", false},
   };

@@ -316,6 +316,9 @@ TEST_F(PhoneFromItsRoot, SaysWhatIsOfAWrongShape) {
        {"5 in AppleLanguages is no text"}},
       {preferences, "", "<nothing/>", {"it is damaged: an unknown element (line 1)"}},
       {state, "Assertions", "<string>call</string>", {"Assertions is no list"}},
+      {state, "Model", "<integer>5</integer>", {"Model is no text: 5"}},
+      {state, "PasscodeSet", "<string>maybe</string>", {"PasscodeSet is no YES or NO: maybe"}},
+      {state, "ConnectedScenes", "<array/>", {"ConnectedScenes is no number: ()"}},
   };
   for (const auto& c : cases) {
     replace(c.path, c.key, c.value);
@@ -324,6 +327,7 @@ TEST_F(PhoneFromItsRoot, SaysWhatIsOfAWrongShape) {
     damaged.fill(phone);
     damaged.mainBundle("com.example.notes");
     EXPECT_EQ(about(c.path, damaged), c.faults) << c.value;
+    EXPECT_TRUE(phone.lock().isPasscodeSet()) << "as it is where nothing is said";
   }
 }
 
