@@ -15,13 +15,17 @@ constexpr const char* homeScreenFolder = "/System/Library/CoreServices/SpringBoa
 constexpr const char* systemApplicationsFolder = "/Applications";
 constexpr const char* userApplicationsFolder = "/var/containers/Bundle/Application";
 
+std::string below(const std::string& folder, const std::string& name) {
+  return folder + "/" + name;
+}
+
 }  // namespace
 
 RootBundles::RootBundles(RootPropertyLists& files) : files_(files), language_(readLanguage()) {
   findIn(systemApplicationsFolder, /*isSystem=*/true);
   const std::string containers = userApplicationsFolder;
   for (const std::string& container : files_.foldersIn(containers))
-    findIn(containers + "/" + container, /*isSystem=*/false);
+    findIn(below(containers, container), /*isSystem=*/false);
 }
 
 Dictionary RootBundles::texts(const std::string& bundleIdentifier, const std::string& table) {
@@ -40,7 +44,7 @@ std::string RootBundles::readLanguage() {
 
 void RootBundles::findIn(const std::string& folder, bool isSystem) {
   for (const std::string& name : files_.foldersIn(folder))
-    if (name.ends_with(".app")) add(folder + "/" + name, isSystem);
+    if (name.ends_with(".app")) add(below(folder, name), isSystem);
 }
 
 void RootBundles::add(const std::string& folder, bool isSystem) {
@@ -69,7 +73,7 @@ std::optional<std::string> RootBundles::folderOf(const std::string& bundleIdenti
 std::optional<std::string> RootBundles::localization(const std::string& folder) const {
   std::string language = language_;
   for (;;) {
-    const std::string translations = folder + "/" + language + ".lproj";
+    const std::string translations = below(folder, language + ".lproj");
     if (files_.isFolder(translations)) return translations;
     const auto region = language.rfind('-');
     if (region == language.npos) return std::nullopt;
