@@ -13,7 +13,7 @@ std::string yesOrNo(bool value) {
 std::function<void(bool, bool)> relockAs(const SharedLock& lock, std::string name) {
   return [lock, name = std::move(name)](bool source, bool afterCall) {
     lock->note(name + " " + yesOrNo(source) + " " + yesOrNo(afterCall));
-    lock->setLocked(true);
+    lock->setLocked(/*value=*/true);
   };
 }
 
@@ -40,7 +40,7 @@ std::shared_ptr<SBLockScreenManager> makeLockScreenManager(const SharedLock& loc
   manager->_relockUIForButtonlikeSource = relockAs(lock, "_relockUIForButtonlikeSource");
   manager->lockUIFromSource = [lock](int source) {
     lock->note("lockUIFromSource " + std::to_string(source));
-    lock->setLocked(true);
+    lock->setLocked(/*value=*/true);
   };
   manager->homeButtonShowPasscodeRecognizerRequestsPasscodeUIToBeShown = [lock](bool shown) {
     lock->note("homeButtonShowPasscodeRecognizerRequestsPasscodeUIToBeShown " + yesOrNo(shown));
@@ -54,7 +54,7 @@ std::shared_ptr<MCPasscodeManager> makePasscodeManager(const SharedLock& lock) {
   manager->isDeviceUnlocked = [lock] { return !lock->isLocked(); };
   manager->lockDevice = [lock] {
     lock->note("lockDevice");
-    lock->setLocked(true);
+    lock->setLocked(/*value=*/true);
   };
   return manager;
 }

@@ -91,7 +91,7 @@ void requestPhotos(const Reply& reply) {
   if (SNUtils::isIOS11())
     throw UsageError(
         "from system 11 on Photos shows its prompt itself; this program has no screen");
-  if (!isHomeScreenThere()) return reply(outcome(false));
+  if (!isHomeScreenThere()) return reply(outcome(/*success=*/false));
   SentrelController::sharedInstance().requiresAuthenticationForPhotos(
       {}, [reply](bool success, bool) { reply(outcome(success)); });
 }

@@ -10,7 +10,7 @@
 namespace sentrel::programs {
 namespace {
 
-constexpr std::size_t longestLine = 64 * 1024;
+constexpr std::size_t longestLine = std::size_t{64} * 1024;
 
 }  // namespace
 

@@ -93,7 +93,7 @@ struct IsDeviceLocked {
 
 struct IsDarkModeEnabled {
   static constexpr std::string_view name = "com.quorvin.sentrel.device.darkmode.enabled";
-  static constexpr std::string_view label = "";
+  static constexpr std::string_view label{};
   using Argument = Nothing;
   using Reply = bool;
 };
@@ -101,14 +101,14 @@ struct IsDarkModeEnabled {
 /// The argument is the sender's own bundle identifier.
 struct IsFingerOn {
   static constexpr std::string_view name = "com.quorvin.sentrel.isFingerOn";
-  static constexpr std::string_view label = "";
+  static constexpr std::string_view label{};
   using Argument = std::string;
   using Reply = bool;
 };
 
 struct SuspendFrontMostApp {
   static constexpr std::string_view name = "com.quorvin.sentrel.suspend.front.most.app";
-  static constexpr std::string_view label = "";
+  static constexpr std::string_view label{};
   using Argument = Nothing;
   using Reply = Nothing;
 };
@@ -116,28 +116,28 @@ struct SuspendFrontMostApp {
 /// The argument is the sender's bundle identifier, " < - > " and the text.
 struct LogMessage {
   static constexpr std::string_view name = "com.quorvin.sentrel.log.message";
-  static constexpr std::string_view label = "";
+  static constexpr std::string_view label{};
   using Argument = std::string;
   using Reply = Nothing;
 };
 
 struct KnownNetworks {
   static constexpr std::string_view name = "com.quorvin.sentrel.app.knownNetWorks";
-  static constexpr std::string_view label = "";
+  static constexpr std::string_view label{};
   using Argument = Nothing;
   using Reply = std::optional<PropertyList::Array>;
 };
 
 struct CurrentNetwork {
   static constexpr std::string_view name = "com.quorvin.sentrel.app.lastConnectedNetWork";
-  static constexpr std::string_view label = "";
+  static constexpr std::string_view label{};
   using Argument = Nothing;
   using Reply = std::optional<PropertyList::Dictionary>;
 };
 
 struct HandleAuthentication {
   static constexpr std::string_view name = "com.quorvin.sentrel.app.handle.authentication";
-  static constexpr std::string_view label = "";
+  static constexpr std::string_view label{};
   using Argument = AuthenticationPrompt;
   using Reply = Nothing;
 };
@@ -145,7 +145,7 @@ struct HandleAuthentication {
 /// Shares its name with IsAlertShowing: this one always carries an item.
 struct LastUnlocked {
   static constexpr std::string_view name = "com.quorvin.sentrel.app.lastUnlocked";
-  static constexpr std::string_view label = "";
+  static constexpr std::string_view label{};
   using Argument = PropertyList;
   using Reply = bool;
 };
@@ -153,14 +153,14 @@ struct LastUnlocked {
 /// Shares its name with LastUnlocked and is told from it by the missing user info.
 struct IsAlertShowing {
   static constexpr std::string_view name = LastUnlocked::name;
-  static constexpr std::string_view label = "";
+  static constexpr std::string_view label{};
   using Argument = Nothing;
   using Reply = bool;
 };
 
 struct Unlocked {
   static constexpr std::string_view name = "com.quorvin.sentrel.app.unlocked";
-  static constexpr std::string_view label = "";
+  static constexpr std::string_view label{};
   using Argument = PropertyList;
   using Reply = Nothing;
 };
