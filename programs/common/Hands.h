@@ -33,7 +33,7 @@ inline bool type(std::string_view characters) {
 inline std::shared_ptr<UIButton> visibleButton(const std::shared_ptr<UIView>& view,
                                                std::string_view title) {
   if (view->isHidden()) return nullptr;
-  const auto button = std::dynamic_pointer_cast<UIButton>(view);
+  auto button = std::dynamic_pointer_cast<UIButton>(view);
   if (button && button->currentTitle() == title) return button;
   const auto& subviews = view->subviews();
   for (auto subview = subviews.rbegin(); subview != subviews.rend(); ++subview)

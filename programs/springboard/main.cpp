@@ -60,12 +60,12 @@ void tellOfLock(RealProcess& self) {
 /// A device that is locked already locks once more: sessions may have begun since.
 void lock(Session& session, const std::string&) {
   if (session.self.device().lock().isLocked()) tellOfLock(session.self);
-  session.self.device().lock().setLocked(true);
+  session.self.device().lock().setLocked(/*value=*/true);
   session.self.loop().async([] { std::puts("locked"); });
 }
 
 void unlock(Session& session, const std::string&) {
-  session.self.device().lock().setLocked(false);
+  session.self.device().lock().setLocked(/*value=*/false);
   std::puts("unlocked");
 }
 

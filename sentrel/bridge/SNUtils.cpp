@@ -61,7 +61,7 @@ bool SNUtils::__isLockscreenAsDimmed() {
 }
 
 void SNUtils::setCurrentAuthenticatedAppBundleId(std::optional<std::string> bundleIdentifier) {
-  if (!bundleIdentifier) setRequestingFromCC(false);
+  if (!bundleIdentifier) setRequestingFromCC(/*value=*/false);
   currentState().currentAuthenticatedAppBundleId = std::move(bundleIdentifier);
 }
 

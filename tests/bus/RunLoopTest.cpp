@@ -57,7 +57,7 @@ RunLoop* signalled = nullptr;
 TEST_F(RunLoops, StopFromASignalHandler) {
   signalled = &loop_;
   const auto previous = signal(SIGUSR1, [](int) { signalled->stop(); });
-  std::jthread other([] { kill(getpid(), SIGUSR1); });
+  std::jthread other([loopThread = pthread_self()] { pthread_kill(loopThread, SIGUSR1); });
   loop_.run();
   signal(SIGUSR1, previous);
 }

@@ -42,7 +42,7 @@ ProgramResult runProgram(const std::string& name, const std::vector<std::string>
   const std::filesystem::path given = std::filesystem::path(folder) / "in";
   std::ofstream(given) << input;
 
-  std::vector<std::string> words{std::string(SENTREL_PROGRAMS) + "/" + name};
+  std::vector<std::string> words{SENTREL_PROGRAMS "/" + name};
   words.insert(words.end(), arguments.begin(), arguments.end());
   posix_spawn_file_actions_t actions;
   posix_spawn_file_actions_init(&actions);

@@ -30,7 +30,7 @@ std::array<int, 2> makePipe() {
 RunningProgram::RunningProgram(const std::string& name, const std::vector<std::string>& arguments) {
   const auto input = makePipe();
   const auto output = makePipe();
-  std::vector<std::string> words{std::string(SENTREL_PROGRAMS) + "/" + name};
+  std::vector<std::string> words{SENTREL_PROGRAMS "/" + name};
   words.insert(words.end(), arguments.begin(), arguments.end());
   std::vector<char*> pointers;
   for (std::string& word : words)

@@ -13,8 +13,8 @@ namespace {
 class SensorCommand : public BusTest {
  protected:
   SensorCommand() {
-    const std::string command = std::string(SENTREL_PROGRAMS) + "/sentrel-springboard --root '" +
-                                root_ + "' --bus '" + bus_.address() + "' >/dev/null 2>&1";
+    const std::string command = SENTREL_PROGRAMS "/sentrel-springboard --root '" + root_ +
+                                "' --bus '" + bus_.address() + "' >/dev/null 2>&1";
     program_ = popen(command.c_str(), "w");
   }
   ~SensorCommand() override { std::filesystem::remove_all(root_); }

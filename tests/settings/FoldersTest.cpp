@@ -217,7 +217,7 @@ TEST_F(Folders, EveryWriterLogsItsSteps) {
            "Resetting all folders....", "Adding folders info to settings: " + f,
            "Got counter as: -1", "After adding self.enabledFolders: " + all,
            "Removing folders info to settings: " + f})
-    expected.push_back(std::string(appIdentifier) + " < - > " + line);
+    expected.push_back(std::string(appIdentifier).append(" < - > ").append(line));
   EXPECT_EQ(logLines, expected);
 }
 

@@ -16,9 +16,10 @@ const char* __lsan_default_suppressions() {
 }
 
 /// Pango looks for fonts on a thread of its own, and waits for it by locks that cannot be seen from
-/// outside.
+/// outside; what it made by then GLib frees.
 const char* __tsan_default_suppressions() {
   return "race:libpangoft2\n"
+         "race:libglib-2.0\n"
          "race:libfontconfig\n";
 }
 
