@@ -55,6 +55,10 @@ void ProtectedServices::keepDecidingPrefixes() {
 
 bool ProtectedServices::contains(std::string_view service, const CaseMapping& caseMapping) {
   if (const auto index = asked_.find(service)) return answers_[*index];
+  return workOut(service, caseMapping);
+}
+
+bool ProtectedServices::workOut(std::string_view service, const CaseMapping& caseMapping) {
   const bool answer = beginsWithPrefix(lowercased(service, caseMapping));
   if (service.size() <= longestKept) keep(service, answer);
   return answer;

@@ -29,6 +29,10 @@ class ProtectedServices {
   static constexpr std::size_t longestKept = 256;
 
   void keepDecidingPrefixes();
+
+  /// The answer for a service that was not asked about before. A function of its own, so that the
+  /// usual way needs no room for texts.
+  [[gnu::noinline]] bool workOut(std::string_view service, const CaseMapping& caseMapping);
   bool beginsWithPrefix(std::string_view lowercasedService) const noexcept;
   void keep(std::string_view service, bool answer);
 
