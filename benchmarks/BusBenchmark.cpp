@@ -16,7 +16,7 @@
 #include "device/bus/BusMessageChannel.h"
 #include "device/bus/BusProtocol.h"
 #include "device/bus/PrivateBus.h"
-#include "device/bus/RunLoop.h"
+#include "device/loop/RunLoop.h"
 
 namespace sentrel::bus {
 namespace {
@@ -57,7 +57,7 @@ class Server {
 
 // --- Our side ------------------------------------------------------------------------------------
 
-std::shared_ptr<BusConnection> connect(const std::shared_ptr<RunLoop>& loop,
+std::shared_ptr<BusConnection> connect(const std::shared_ptr<loop::RunLoop>& loop,
                                        const std::string& address) {
   BusConnection::Options options;
   options.address = address;
@@ -65,7 +65,7 @@ std::shared_ptr<BusConnection> connect(const std::shared_ptr<RunLoop>& loop,
 }
 
 void serveWithOurCode(const std::string& address, const std::function<void()>& ready) {
-  const auto loop = std::make_shared<RunLoop>();
+  const auto loop = std::make_shared<loop::RunLoop>();
   const auto connection = connect(loop, address);
   connection->serve(springBoardService, channel,
                     [](const std::string&, const UserInfo& question) -> UserInfo {
@@ -79,7 +79,7 @@ void serveWithOurCode(const std::string& address, const std::function<void()>& r
 void askWithOurCode(benchmark::State& state) {
   const PrivateBus bus;
   const Server server([&](const auto& ready) { serveWithOurCode(bus.address(), ready); });
-  const auto loop = std::make_shared<RunLoop>();
+  const auto loop = std::make_shared<loop::RunLoop>();
   BusMessageChannel messages(connect(loop, bus.address()));
   for (auto _ : state) {
     const PropertyList::Dictionary question{{key, item}};

@@ -15,7 +15,7 @@
 
 #include "device/bus/BusCodec.h"
 #include "device/bus/BusProtocol.h"
-#include "device/bus/ObserverTable.h"
+#include "device/loop/ObserverTable.h"
 
 namespace sentrel::bus {
 namespace {
@@ -44,10 +44,10 @@ bool meansTaken(const sdbus::Error& error) {
 ///
 /// Every use of the bus is under `mutex_`, incoming messages included, and no code of anyone else
 /// runs under it.
-class BusConnection::Link final : public RunLoop::Source,
+class BusConnection::Link final : public loop::RunLoop::Source,
                                   public std::enable_shared_from_this<Link> {
  public:
-  Link(std::shared_ptr<RunLoop> loop, Options options)
+  Link(std::shared_ptr<loop::RunLoop> loop, Options options)
       : loop_(std::move(loop)), options_(std::move(options)), darwin_(loop_), distributed_(loop_) {}
 
   void connect();
@@ -88,7 +88,7 @@ class BusConnection::Link final : public RunLoop::Source,
                                                 const UserInfo& userInfo);
   void endWait(std::uint64_t number, UserInfo answer);
   void send(const char* signal, const Notification& notification);
-  ObserverTable& observers(BusNotificationKind kind) {
+  loop::ObserverTable& observers(BusNotificationKind kind) {
     return kind == BusNotificationKind::darwin ? darwin_ : distributed_;
   }
 
@@ -97,11 +97,11 @@ class BusConnection::Link final : public RunLoop::Source,
   void wakeLoop();
   bool isLoopThread() const { return std::this_thread::get_id() == loopThread_; }
 
-  const std::shared_ptr<RunLoop> loop_;
+  const std::shared_ptr<loop::RunLoop> loop_;
   const std::thread::id loopThread_ = std::this_thread::get_id();
   Options options_;
-  ObserverTable darwin_;
-  ObserverTable distributed_;
+  loop::ObserverTable darwin_;
+  loop::ObserverTable distributed_;
 
   std::mutex mutex_;
   std::string lossReason_;
@@ -144,7 +144,7 @@ bool BusConnection::Link::isConnected() {
 
 // --- Driving -------------------------------------------------------------------------------------
 
-RunLoop::Source::Wish BusConnection::Link::prepare() {
+loop::RunLoop::Source::Wish BusConnection::Link::prepare() {
   std::lock_guard lock(mutex_);
   if (!bus_) return {};
   try {
@@ -449,7 +449,7 @@ void BusConnection::Link::catchUp() {
 
 // --- The handle ----------------------------------------------------------------------------------
 
-BusConnection::BusConnection(std::shared_ptr<RunLoop> loop, Options options)
+BusConnection::BusConnection(std::shared_ptr<loop::RunLoop> loop, Options options)
     : link_(std::make_shared<Link>(loop, std::move(options))) {
   link_->connect();
   loop->add(link_);

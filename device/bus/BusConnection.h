@@ -6,7 +6,7 @@
 #include <string>
 
 #include "device/bus/BusError.h"
-#include "device/bus/RunLoop.h"
+#include "device/loop/RunLoop.h"
 #include "sentrel/platform/MessageChannel.h"
 #include "sentrel/platform/NotificationCenter.h"
 
@@ -18,7 +18,7 @@ inline constexpr const char* springBoardService = "com.quorvin.sentrel.SpringBoa
 /// The two kinds of notification that cross the bus.
 enum class BusNotificationKind { darwin, distributed };
 
-/// One process's connection to the bus, driven by its RunLoop. BusMessageChannel and
+/// One process's connection to the bus, driven by its loop::RunLoop. BusMessageChannel and
 /// BusNotificationCenter are what the library sees of it.
 ///
 /// Everything that comes in is handed to the main queue in the order in which it came, and runs
@@ -40,7 +40,7 @@ class BusConnection {
   };
 
   /// Never throws on account of the bus: see isConnected().
-  BusConnection(std::shared_ptr<RunLoop> loop, Options options);
+  BusConnection(std::shared_ptr<loop::RunLoop> loop, Options options);
   ~BusConnection();
   BusConnection(const BusConnection&) = delete;
   BusConnection& operator=(const BusConnection&) = delete;

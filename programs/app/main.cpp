@@ -53,7 +53,7 @@ void obeyInput(RealProcess& self, const std::string& ownIdentifier) {
 }
 
 /// Ends the loop once the bus is gone: what waits for the home screen would wait for ever.
-class EndOfBus final : public bus::RunLoop::Source {
+class EndOfBus final : public loop::RunLoop::Source {
  public:
   explicit EndOfBus(RealProcess& self) : self_(self) {}
 

@@ -14,7 +14,7 @@ constexpr std::size_t longestLine = std::size_t{64} * 1024;
 
 }  // namespace
 
-bus::RunLoop::Source::Wish LineReader::prepare() {
+loop::RunLoop::Source::Wish LineReader::prepare() {
   return {open_ ? STDIN_FILENO : -1, POLLIN, std::nullopt};
 }
 

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "device/bus/RunLoop.h"
+#include "device/loop/RunLoop.h"
 
 namespace sentrel::programs {
 
@@ -13,12 +13,12 @@ namespace sentrel::programs {
 /// the end of the input if asked to, behind what the handler posted to it. The last line needs no
 /// newline. A line over 64 KiB is ignored as a whole, and standard error says so: its pieces could
 /// be commands that nobody gave.
-class LineReader final : public bus::RunLoop::Source {
+class LineReader final : public loop::RunLoop::Source {
  public:
   enum class AtEnd { stop, goOn };
   using Handler = std::function<void(const std::string& line)>;
 
-  LineReader(bus::RunLoop& loop, AtEnd atEnd, Handler handler)
+  LineReader(loop::RunLoop& loop, AtEnd atEnd, Handler handler)
       : loop_(loop), atEnd_(atEnd), handler_(std::move(handler)) {}
 
   Wish prepare() override;
@@ -28,7 +28,7 @@ class LineReader final : public bus::RunLoop::Source {
   void handleLines();
   void ignoreIfTooLong(std::size_t length);
 
-  bus::RunLoop& loop_;
+  loop::RunLoop& loop_;
   AtEnd atEnd_;
   Handler handler_;
   std::string pending_;

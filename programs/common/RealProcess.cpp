@@ -5,8 +5,8 @@
 #include "device/bus/BusMessageChannel.h"
 #include "device/bus/BusNotificationCenter.h"
 #include "device/bus/BusXpc.h"
-#include "device/bus/LocalNotificationCenter.h"
-#include "device/bus/SystemClock.h"
+#include "device/loop/LocalNotificationCenter.h"
+#include "device/loop/SystemClock.h"
 #include "device/simulated/DeviceRootReader.h"
 #include "device/simulated/SimulatedWiFi.h"
 #include "device/storage/PlistFiles.h"
@@ -16,7 +16,7 @@ namespace sentrel::programs {
 namespace {
 
 std::shared_ptr<bus::BusConnection> connect(const char* program,
-                                            const std::shared_ptr<bus::RunLoop>& loop,
+                                            const std::shared_ptr<loop::RunLoop>& loop,
                                             const std::string& address) {
   bus::BusConnection::Options options;
   if (!address.empty()) options.address = address;
@@ -33,7 +33,7 @@ std::shared_ptr<bus::BusConnection> connect(const char* program,
 
 RealProcess::RealProcess(const char* program, const std::string& bundleIdentifier,
                          const std::string& root, const std::string& busAddress)
-    : loop_(std::make_shared<bus::RunLoop>()), connection_(connect(program, loop_, busAddress)) {
+    : loop_(std::make_shared<loop::RunLoop>()), connection_(connect(program, loop_, busAddress)) {
   const bool isSpringBoard = bundleIdentifier == springBoardBundleIdentifier;
   simulated::DeviceRootReader reader{storage::DeviceRoot(root)};
   reader.fill(device_);
@@ -55,7 +55,7 @@ void RealProcess::addRealParts(Platform& platform, const std::string& root) cons
   const auto center = [this](bus::BusNotificationKind kind) {
     return std::make_shared<bus::BusNotificationCenter>(connection_, kind);
   };
-  platform.clock = std::make_shared<bus::SystemClock>();
+  platform.clock = std::make_shared<loop::SystemClock>();
   platform.mainQueue = loop_;
   platform.operationQueues = std::make_shared<simulated::SimulatedOperationQueues>(loop_);
   platform.localAuthentication = simulated::makeLocalAuthentication(device_.sharedSensor(), loop_);
@@ -63,7 +63,7 @@ void RealProcess::addRealParts(Platform& platform, const std::string& root) cons
   platform.propertyListFiles = std::make_shared<storage::PlistFiles>(deviceRoot);
   platform.darwinCenter = center(bus::BusNotificationKind::darwin);
   platform.distributedCenter = center(bus::BusNotificationKind::distributed);
-  platform.localCenter = std::make_shared<bus::LocalNotificationCenter>(loop_);
+  platform.localCenter = std::make_shared<loop::LocalNotificationCenter>(loop_);
   platform.messageChannel = std::make_shared<bus::BusMessageChannel>(connection_);
   platform.xpc = std::make_shared<bus::BusXpc>(connection_);
 }

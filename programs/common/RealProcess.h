@@ -5,7 +5,7 @@
 #include <string>
 
 #include "device/bus/BusConnection.h"
-#include "device/bus/RunLoop.h"
+#include "device/loop/RunLoop.h"
 #include "device/simulated/SimulatedDevice.h"
 #include "sentrel/Process.h"
 
@@ -23,7 +23,7 @@ class RealProcess {
   ~RealProcess();
 
   Process& process() noexcept { return *process_; }
-  bus::RunLoop& loop() noexcept { return *loop_; }
+  loop::RunLoop& loop() noexcept { return *loop_; }
   bus::BusConnection& connection() noexcept { return *connection_; }
 
   /// The parts of the device that are simulated.
@@ -33,7 +33,7 @@ class RealProcess {
   void addRealParts(Platform& platform, const std::string& root) const;
 
   simulated::SimulatedDevice device_;
-  std::shared_ptr<bus::RunLoop> loop_;
+  std::shared_ptr<loop::RunLoop> loop_;
   std::shared_ptr<bus::BusConnection> connection_;
   std::unique_ptr<Process> process_;
 };

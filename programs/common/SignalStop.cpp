@@ -5,7 +5,7 @@
 namespace sentrel::programs {
 namespace {
 
-bus::RunLoop* signalledLoop = nullptr;
+loop::RunLoop* signalledLoop = nullptr;
 
 void stop(int) {
   if (signalledLoop) signalledLoop->stop();
@@ -13,7 +13,7 @@ void stop(int) {
 
 }  // namespace
 
-void stopOnSignals(bus::RunLoop& loop) {
+void stopOnSignals(loop::RunLoop& loop) {
   signalledLoop = &loop;
   std::signal(SIGINT, stop);
   std::signal(SIGTERM, stop);

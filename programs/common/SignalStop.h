@@ -1,10 +1,10 @@
 #pragma once
 
-#include "device/bus/RunLoop.h"
+#include "device/loop/RunLoop.h"
 
 namespace sentrel::programs {
 
 /// Has an interrupt or a request to terminate stop `loop`, which lives until the program ends.
-void stopOnSignals(bus::RunLoop& loop);
+void stopOnSignals(loop::RunLoop& loop);
 
 }  // namespace sentrel::programs

@@ -41,7 +41,7 @@ class Daemon : public ChildProcess {
  public:
   explicit Daemon(const std::string& address)
       : ChildProcess([&](const Ready& ready) {
-          const auto loop = std::make_shared<RunLoop>();
+          const auto loop = std::make_shared<loop::RunLoop>();
           BusConnection::Options options;
           options.address = address;
           BusConnection connection(loop, std::move(options));

@@ -86,7 +86,7 @@ TEST_F(DeviceBuses, StartAgainAfterTheirOwnerWasKilled) {
     ready(bus.address());
     pause();
   });
-  const auto loop = std::make_shared<RunLoop>();
+  const auto loop = std::make_shared<loop::RunLoop>();
   bool lost = false;
   BusConnection::Options options;
   options.address = owner.said();
@@ -149,7 +149,7 @@ TEST_F(DeviceBuses, SayWhereTheyCannotBeWrittenDown) {
 
 TEST_F(DeviceBuses, TellASecondHomeScreenThatTheNameIsTaken) {
   const auto silent = [](const std::string&, const UserInfo&) { return UserInfo(); };
-  const auto loop = std::make_shared<RunLoop>();
+  const auto loop = std::make_shared<loop::RunLoop>();
   const HomeScreenBus first(choice());
   const HomeScreenBus second(choice());
   BusConnection::Options options;

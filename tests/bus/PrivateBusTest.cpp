@@ -28,7 +28,7 @@ class PrivateBuses : public ::testing::Test {
     return BusConnection(loop_, std::move(options)).isConnected();
   }
 
-  const std::shared_ptr<RunLoop> loop_ = std::make_shared<RunLoop>();
+  const std::shared_ptr<loop::RunLoop> loop_ = std::make_shared<loop::RunLoop>();
 };
 
 TEST_F(PrivateBuses, LeaveNothingBehind) {

@@ -14,9 +14,9 @@
 namespace sentrel::bus {
 namespace {
 
-class Watch final : public RunLoop::Source {
+class Watch final : public loop::RunLoop::Source {
  public:
-  Watch(RunLoop& loop, std::function<bool()> condition)
+  Watch(loop::RunLoop& loop, std::function<bool()> condition)
       : loop_(loop), condition_(std::move(condition)) {}
 
   Wish prepare() override {
@@ -32,7 +32,7 @@ class Watch final : public RunLoop::Source {
   bool holds = false;
 
  private:
-  RunLoop& loop_;
+  loop::RunLoop& loop_;
   std::function<bool()> condition_;
   std::chrono::steady_clock::time_point deadline_ = std::chrono::steady_clock::now() + patience;
 };
@@ -54,7 +54,7 @@ void serveRaw(sd_bus* bus) {
 
 }  // namespace
 
-bool runUntil(RunLoop& loop, std::function<bool()> condition) {
+bool runUntil(loop::RunLoop& loop, std::function<bool()> condition) {
   const auto watch = std::make_shared<Watch>(loop, std::move(condition));
   loop.add(watch);
   loop.run();
@@ -91,7 +91,7 @@ void ChildProcess::end() {
 
 Responder::Responder(const std::string& address, const Answer& answer)
     : ChildProcess([&](const Ready& ready) {
-        const auto loop = std::make_shared<RunLoop>();
+        const auto loop = std::make_shared<loop::RunLoop>();
         BusConnection::Options options;
         options.address = address;
         BusConnection connection(loop, std::move(options));

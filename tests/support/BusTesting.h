@@ -15,7 +15,7 @@
 
 #include "device/bus/BusConnection.h"
 #include "device/bus/PrivateBus.h"
-#include "device/bus/RunLoop.h"
+#include "device/loop/RunLoop.h"
 
 namespace sentrel::bus {
 
@@ -28,7 +28,7 @@ inline constexpr Seconds shortTimeout{0.1};
 inline constexpr const char* testChannel = "com.quorvin.test";
 
 /// Runs `loop` until `condition` holds, which is looked at before every wait. False after patience.
-bool runUntil(RunLoop& loop, std::function<bool()> condition);
+bool runUntil(loop::RunLoop& loop, std::function<bool()> condition);
 
 /// Sets an environment variable for as long as it lives.
 class Environment {
@@ -119,7 +119,7 @@ class BusTest : public ::testing::Test {
   }
 
   PrivateBus bus_;
-  std::shared_ptr<RunLoop> loop_ = std::make_shared<RunLoop>();
+  std::shared_ptr<loop::RunLoop> loop_ = std::make_shared<loop::RunLoop>();
   std::vector<std::string> losses_;
 };
 

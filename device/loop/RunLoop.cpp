@@ -1,4 +1,4 @@
-#include "device/bus/RunLoop.h"
+#include "device/loop/RunLoop.h"
 
 #include <poll.h>
 #include <sys/eventfd.h>
@@ -8,7 +8,7 @@
 #include <cerrno>
 #include <system_error>
 
-namespace sentrel::bus {
+namespace sentrel::loop {
 namespace {
 
 /// Far enough for any delay, and small enough for every clock and system call below.
@@ -155,4 +155,4 @@ void RunLoop::forgetWake() noexcept {
   [[maybe_unused]] const auto got = read(wakeDescriptor_, &count, sizeof count);
 }
 
-}  // namespace sentrel::bus
+}  // namespace sentrel::loop

@@ -1,4 +1,4 @@
-#include "device/bus/RunLoop.h"
+#include "device/loop/RunLoop.h"
 
 #include <gtest/gtest.h>
 #include <signal.h>
@@ -9,10 +9,10 @@
 #include <string>
 #include <thread>
 
-#include "device/bus/LocalNotificationCenter.h"
+#include "device/loop/LocalNotificationCenter.h"
 #include "tests/support/BusTesting.h"
 
-namespace sentrel::bus {
+namespace sentrel::loop {
 namespace {
 
 class RunLoops : public ::testing::Test {
@@ -76,7 +76,7 @@ TEST_F(RunLoops, GiveTheirSourcesATurnHoweverMuchIsQueued) {
   const std::function<void()> again = [&] { loop_.async(again); };
   loop_.async(again);
   int turns = 0;
-  EXPECT_TRUE(runUntil(loop_, [&] { return ++turns == 10; }));
+  EXPECT_TRUE(bus::runUntil(loop_, [&] { return ++turns == 10; }));
 }
 
 TEST_F(RunLoops, StayUsableAfterABlockHasThrown) {
@@ -145,4 +145,4 @@ TEST(LocalNotificationCenters, DeliverLaterInOrderToWhoStillObserves) {
 }
 
 }  // namespace
-}  // namespace sentrel::bus
+}  // namespace sentrel::loop

@@ -8,7 +8,7 @@
 #include "sentrel/platform/MainQueue.h"
 #include "sentrel/platform/NotificationCenter.h"
 
-namespace sentrel::bus {
+namespace sentrel::loop {
 
 /// The observers that one process has at one centre. May be used from any thread.
 class ObserverTable {
@@ -32,4 +32,4 @@ class ObserverTable {
   std::vector<std::weak_ptr<Registration>> registrations_;
 };
 
-}  // namespace sentrel::bus
+}  // namespace sentrel::loop

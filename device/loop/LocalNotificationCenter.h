@@ -4,10 +4,10 @@
 #include <string>
 #include <utility>
 
-#include "device/bus/ObserverTable.h"
+#include "device/loop/ObserverTable.h"
 #include "sentrel/platform/NotificationCenter.h"
 
-namespace sentrel::bus {
+namespace sentrel::loop {
 
 /// The centre of this process alone: no bus has part in it.
 class LocalNotificationCenter final : public NotificationCenter {
@@ -25,4 +25,4 @@ class LocalNotificationCenter final : public NotificationCenter {
   ObserverTable observers_;
 };
 
-}  // namespace sentrel::bus
+}  // namespace sentrel::loop

@@ -1,8 +1,8 @@
-#include "device/bus/ObserverTable.h"
+#include "device/loop/ObserverTable.h"
 
 #include <utility>
 
-namespace sentrel::bus {
+namespace sentrel::loop {
 
 Observation ObserverTable::add(const std::string& name, NotificationCenter::Observer observer) {
   auto registration = std::make_shared<Registration>(Registration{name, std::move(observer)});
@@ -26,4 +26,4 @@ void ObserverTable::deliver(Notification notification) {
   }
 }
 
-}  // namespace sentrel::bus
+}  // namespace sentrel::loop

@@ -2,7 +2,7 @@
 
 #include "sentrel/platform/Clock.h"
 
-namespace sentrel::bus {
+namespace sentrel::loop {
 
 /// The machine's own wall clock.
 class SystemClock final : public Clock {
@@ -10,4 +10,4 @@ class SystemClock final : public Clock {
   WallTime now() const override { return std::chrono::system_clock::now(); }
 };
 
-}  // namespace sentrel::bus
+}  // namespace sentrel::loop

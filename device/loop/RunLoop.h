@@ -14,7 +14,7 @@
 
 #include "sentrel/platform/MainQueue.h"
 
-namespace sentrel::bus {
+namespace sentrel::loop {
 
 /// The one loop of a real process: it runs the main queue's blocks, the timers, the bus and, where
 /// there is one, the window.
@@ -93,4 +93,4 @@ class RunLoop final : public MainQueue {
   int wakeDescriptor_;
 };
 
-}  // namespace sentrel::bus
+}  // namespace sentrel::loop
