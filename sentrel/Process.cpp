@@ -1,33 +1,24 @@
 #include "sentrel/Process.h"
 
-#include <atomic>
-#include <cstdio>
-#include <cstdlib>
 #include <utility>
 
+#include "sentrel/authui/AlertPrompt.h"
+#include "sentrel/authui/LegacyPrompt.h"
 #include "sentrel/authui/SNAuthenticationView.h"
 #include "sentrel/authui/SNAuthenticationViewController.h"
 #include "sentrel/authui/SNSimplePasscodeView.h"
 #include "sentrel/authui/SNWindow.h"
 #include "sentrel/biometrics/SNTouchIDManager.h"
-#include "sentrel/bridge/BridgeState.h"
+#include "sentrel/bridge/Bridge.h"
 #include "sentrel/controller/SentrelController.h"
 #include "sentrel/settings/SNSettings.h"
 #include "sentrel/settings/SNWiFiManager.h"
+#include "sentrel/settings/SettingsKeys.h"
+#include "sentrel/settings/UnlockSessionStore.h"
 #include "sentrel/uikit/UIApplication.h"
 #include "sentrel/uikit/UIScreen.h"
 
 namespace sentrel {
-namespace {
-
-std::atomic<Process*> mainProcess = nullptr;
-
-// Every call of a shared operation reads this. With the model for what is there when the program
-// starts, that is one load, also for a library; one pointer fits the room that is left for those
-// loaded later.
-constinit thread_local Process* scopedProcess __attribute__((tls_model("initial-exec"))) = nullptr;
-
-}  // namespace
 
 /// Hands the settings the controller's sessions, though the controller itself needs the settings:
 /// neither is made before it is first used.
@@ -43,65 +34,77 @@ class Process::LateSessions final : public UnlockSessions {
   Process& process_;
 };
 
+/// Hands the bridge the settings, which are built on it.
+class Process::LateSettings final : public BridgeSettings {
+ public:
+  explicit LateSettings(Process& process) : process_(process) {}
+
+  /// A log line never makes the settings: it may be of their own making. Until there are any, it
+  /// looks up what the file says of it.
+  bool isLoggingEnabled() const override {
+    if (const SNSettings* settings = process_.settings_.ifMade())
+      return settings->isLoggingEnabled();
+    const auto file =
+        process_.platform().propertyListFiles->readDictionary(std::string(settingsFilePath));
+    const PropertyList* flag = file ? find(*file, settings_keys::enableLogging) : nullptr;
+    return flag && flag->boolValue();
+  }
+
+  bool shouldUsePasscodeOnly() const override {
+    return process_.settings().shouldUsePasscodeOnly();
+  }
+
+ private:
+  Process& process_;
+};
+
 Process::Process(Platform platform)
-    : platform_(std::move(platform)),
-      isSpringBoard_(platform_.mainBundle->bundleIdentifier() == springBoardBundleIdentifier),
-      sessions_(std::make_unique<LateSessions>(*this)) {}
+    : ProcessContext(std::move(platform)),
+      lateSessions_(std::make_unique<LateSessions>(*this)),
+      lateSettings_(std::make_unique<LateSettings>(*this)) {}
 
-Process::~Process() {
-  Process* self = this;
-  mainProcess.compare_exchange_strong(self, nullptr);
-}
-
-Process& Process::current() {
-  if (scopedProcess) return *scopedProcess;
-  if (Process* process = mainProcess.load(std::memory_order_acquire)) return *process;
-  std::fputs("sentrel: the library was used before a Process was made for it\n", stderr);
-  std::abort();
-}
-
-void Process::setMain(Process* process) noexcept {
-  mainProcess.store(process, std::memory_order_release);
-}
-
-Process::Scope::Scope(Process& process) noexcept
-    : previous_(std::exchange(scopedProcess, &process)) {}
-
-Process::Scope::~Scope() {
-  scopedProcess = previous_;
-}
+Process::~Process() = default;
 
 UIApplication& Process::application() {
-  return application_.get([] { return std::make_shared<UIApplication>(); });
+  return application_.get([this] { return std::make_shared<UIApplication>(platform()); });
+}
+
+Bridge& Process::bridge() {
+  return bridge_.get([this] {
+    return std::make_shared<Bridge>(platform(), *lateSettings_,
+                                    [this] { return touchIDManager(); });
+  });
 }
 
 SNSettings& Process::settings() {
-  return settings_.get(
-      [this] { return std::make_shared<SNSettings>(platform_, *sessions_, wifiManager()); });
+  return settings_.get([this] {
+    return std::make_shared<SNSettings>(platform(), bridge(), *lateSessions_, wifiManager());
+  });
 }
 
 SNWiFiManager& Process::wifiManager() {
-  return wifiManager_.get([this] { return std::make_shared<SNWiFiManager>(platform_); });
+  return wifiManager_.get([this] { return std::make_shared<SNWiFiManager>(bridge()); });
+}
+
+UnlockSessionStore& Process::sessions() {
+  return sessions_.get(
+      [this] { return std::make_shared<UnlockSessionStore>(bridge(), settings()); });
 }
 
 SentrelController& Process::controller() {
-  return controller_.get([this] { return SentrelController::makeShared(platform_, settings()); });
+  return controller_.get([this] {
+    PromptSurfaces surfaces{
+        std::make_unique<AlertPrompt>(bridge(), [this] { return authenticationViewController(); }),
+        std::make_unique<LegacyPrompt>(bridge(), [this] { return authenticationView(); })};
+    return SentrelController::makeShared(bridge(), settings(), sessions(), touchIDManager(),
+                                         std::move(surfaces), [this] { return overlayWindow(); });
+  });
 }
 
 const std::shared_ptr<SNTouchIDManager>& Process::touchIDManager() {
-  return touchIDManager_.share([this] { return SNTouchIDManager::makeShared(platform_); });
-}
-
-std::shared_ptr<BiometricObserver> Process::biometricMonitor() {
-  return touchIDManager();
-}
-
-const BridgeSettings& Process::bridgeSettings() {
-  return settings();
-}
-
-BridgeState& Process::bridgeState() {
-  return bridgeState_.get([this] { return std::make_shared<BridgeState>(platform_); });
+  return touchIDManager_.share([this] {
+    return SNTouchIDManager::makeShared(bridge(), [this] { overlayWindow()->closeWindow(); });
+  });
 }
 
 const std::shared_ptr<SNSimplePasscodeView>& Process::simplePasscodeView() {

@@ -5,12 +5,11 @@
 #include <mutex>
 
 #include "sentrel/platform/Export.h"
-#include "sentrel/platform/Platform.h"
+#include "sentrel/platform/ProcessContext.h"
 
 namespace sentrel {
 
-class BridgeSettings;
-struct BridgeState;
+class Bridge;
 class SNAuthenticationView;
 class SNAuthenticationViewController;
 class SNSettings;
@@ -20,65 +19,36 @@ class SNWiFiManager;
 class SNWindow;
 class SentrelController;
 class UIApplication;
+class UnlockSessionStore;
 
 /// The library's composition root: one process's platform and the shared instances that live in
-/// that process.
+/// that process. It makes each and hands it what it needs; nobody below it does.
 ///
 /// Each shared instance is made on its first use, once, from any thread, and lives as long as the
 /// Process, which a program keeps until it ends. Classes with a `shared…` operation only look up
 /// the current Process. A test makes as many processes as it likes and enters them by a Scope.
-class SENTREL_API Process {
+class SENTREL_API Process final : public ProcessContext {
  public:
   explicit Process(Platform platform);
   ~Process();
-  Process(const Process&) = delete;
-  Process& operator=(const Process&) = delete;
 
-  /// The process that the calling thread is in: the innermost Scope's, else the main one. Ends the
-  /// program with a clear line when there is neither.
-  static Process& current();
-
-  /// Makes `process` the one that every thread is in unless a Scope says otherwise; null for none.
-  static void setMain(Process* process) noexcept;
-
-  /// Puts the calling thread inside a process for as long as the scope lives.
-  class SENTREL_API Scope {
-   public:
-    explicit Scope(Process& process) noexcept;
-    ~Scope();
-    Scope(const Scope&) = delete;
-    Scope& operator=(const Scope&) = delete;
-
-   private:
-    Process* previous_;
-  };
-
-  Platform& platform() noexcept { return platform_; }
-
-  /// Whether this is the home-screen process. A process is so named from its start to its end.
-  bool isSpringBoard() const noexcept { return isSpringBoard_; }
+  /// The process that the calling thread is in, as ProcessContext::current() tells.
+  static Process& current() { return static_cast<Process&>(ProcessContext::current()); }
 
   UIApplication& application();
+  Bridge& bridge();
   SNSettings& settings();
   SNWiFiManager& wifiManager();
+  UnlockSessionStore& sessions();
   SentrelController& controller();
 
-  /// The narrow view by which the bridge reaches the settings above it.
-  const BridgeSettings& bridgeSettings();
-
   const std::shared_ptr<SNTouchIDManager>& touchIDManager();
-
-  /// That manager by the interface under which the bridge, which lies below it, hands it events.
-  std::shared_ptr<BiometricObserver> biometricMonitor();
 
   // Views and their controllers are shared with whoever shows them.
   const std::shared_ptr<SNSimplePasscodeView>& simplePasscodeView();
   const std::shared_ptr<SNAuthenticationView>& authenticationView();
   const std::shared_ptr<SNAuthenticationViewController>& authenticationViewController();
   const std::shared_ptr<SNWindow>& overlayWindow();
-
-  /// What the bridge keeps for this process.
-  BridgeState& bridgeState();
 
  private:
   template <class T>
@@ -87,7 +57,7 @@ class SENTREL_API Process {
     template <class Make>
     T& get(Make make) {
       // Every question of the settings comes by here: the way once it is made is one load.
-      if (T* object = made_.load(std::memory_order_acquire)) [[likely]]
+      if (T* object = ifMade()) [[likely]]
         return *object;
       return *share(make);
     }
@@ -101,6 +71,9 @@ class SENTREL_API Process {
       return object_;
     }
 
+    /// Null before the first use, and while it is being made.
+    T* ifMade() const noexcept { return made_.load(std::memory_order_acquire); }
+
    private:
     std::once_flag once_;
     std::shared_ptr<T> object_;
@@ -108,16 +81,17 @@ class SENTREL_API Process {
   };
 
   class LateSessions;
+  class LateSettings;
 
-  Platform platform_;
-  const bool isSpringBoard_;
-  std::unique_ptr<LateSessions> sessions_;
+  std::unique_ptr<LateSessions> lateSessions_;
+  std::unique_ptr<LateSettings> lateSettings_;
   Shared<UIApplication> application_;
+  Shared<Bridge> bridge_;
   Shared<SNSettings> settings_;
   Shared<SNWiFiManager> wifiManager_;
+  Shared<UnlockSessionStore> sessions_;
   Shared<SNTouchIDManager> touchIDManager_;
   Shared<SentrelController> controller_;
-  Shared<BridgeState> bridgeState_;
   Shared<SNSimplePasscodeView> simplePasscodeView_;
   Shared<SNAuthenticationView> authenticationView_;
   Shared<SNAuthenticationViewController> authenticationViewController_;

@@ -6,14 +6,23 @@
 #include "sentrel/uikit/UIWindow.h"
 
 namespace sentrel::screen {
+namespace {
 
-ApplicationWindow::ApplicationWindow(Process& process,
+UIApplication& applicationOf(ProcessContext& process) {
+  const ProcessContext::Scope scope(process);
+  return UIApplication::sharedApplication();
+}
+
+}  // namespace
+
+ApplicationWindow::ApplicationWindow(ProcessContext& process,
                                      const std::shared_ptr<const PinnedFonts>& fonts,
                                      Options options)
     : process_(process),
+      application_(applicationOf(process)),
       glyphKind_(options.glyphKind),
       painter_(fonts),
-      input_(process.application()),
+      input_(application_),
       window_(options.title, process.platform().screen->bounds().size,
               process.platform().screen->scale(), makeHandlers(options)) {}
 
@@ -21,7 +30,7 @@ Window::Handlers ApplicationWindow::makeHandlers(Options& options) {
   /// Runs `action` inside the process.
   const auto inside = [this](auto action) {
     return [this, action](auto&&... arguments) {
-      const Process::Scope scope(process_);
+      const ProcessContext::Scope scope(process_);
       action(arguments...);
     };
   };
@@ -40,11 +49,11 @@ Window::Handlers ApplicationWindow::makeHandlers(Options& options) {
 }
 
 bool ApplicationWindow::needsDisplay() {
-  const Process::Scope scope(process_);
-  for (const auto& window : process_.application().windows())
+  const ProcessContext::Scope scope(process_);
+  for (const auto& window : application_.windows())
     window->layoutIfNeeded();
-  const std::optional<std::size_t> now = fingerprintOf(process_.application());
-  const bool animates = isAnimating(process_.application(), process_.platform().clock->now());
+  const std::optional<std::size_t> now = fingerprintOf(application_);
+  const bool animates = isAnimating(application_, process_.platform().clock->now());
   // Once more when an animation has ended, for its end.
   const bool moved = std::exchange(wasAnimating_, animates) || animates;
   return std::exchange(shown_, now) != now || moved;
@@ -53,7 +62,7 @@ bool ApplicationWindow::needsDisplay() {
 void ApplicationWindow::paint(Canvas& canvas) {
   const Platform& platform = process_.platform();
   painter_.paint(
-      process_.application(), canvas,
+      application_, canvas,
       {.style = platform.screen->userInterfaceStyle().value_or(UIUserInterfaceStyle::light),
        .glyphKind = glyphKind_,
        .moment = platform.clock->now()});

@@ -9,15 +9,15 @@
 #include "device/screen/Painter.h"
 #include "device/screen/UserInput.h"
 #include "device/screen/Window.h"
-#include "sentrel/Process.h"
+#include "sentrel/platform/ProcessContext.h"
 
 namespace sentrel::screen {
 
 /// The user interface of one process in a window of the desktop, for people to use.
 ///
 /// It paints when something has changed or moves, and lays out before it paints. Its owner's loop
-/// calls pump() some sixty times a second, on the main thread, outside of any Process::Scope or
-/// inside the same process's.
+/// calls pump() some sixty times a second, on the main thread, outside of any ProcessContext::Scope
+/// or inside the same process's.
 class ApplicationWindow {
  public:
   struct Options {
@@ -33,7 +33,7 @@ class ApplicationWindow {
 
   /// `process` has a screen and outlives the window. Throws std::runtime_error, which says what to
   /// do, where there is no display.
-  ApplicationWindow(Process& process, const std::shared_ptr<const PinnedFonts>& fonts,
+  ApplicationWindow(ProcessContext& process, const std::shared_ptr<const PinnedFonts>& fonts,
                     Options options);
 
   void pump() { window_.pump(); }
@@ -43,7 +43,8 @@ class ApplicationWindow {
   bool needsDisplay();
   void paint(Canvas& canvas);
 
-  Process& process_;
+  ProcessContext& process_;
+  UIApplication& application_;
   GlyphKind glyphKind_;
   Painter painter_;
   UserInput input_;

@@ -34,7 +34,7 @@ SimulatedDevice::SimulatedDevice()
 void SimulatedDevice::installGlyphBundle() {
   libraries_->installBundle("/System/Library/PrivateFrameworks/PassKitUIFoundation.framework",
                             [glyphViewClass = glyphViewClass_] {
-                              Process::current().platform().glyphViewClass =
+                              ProcessContext::current().platform().glyphViewClass =
                                   std::make_shared<const PKGlyphViewClass>(*glyphViewClass);
                             });
 }
@@ -42,7 +42,7 @@ void SimulatedDevice::installGlyphBundle() {
 void SimulatedDevice::installBiometricKitBundle() {
   libraries_->installBundle("/System/Library/PrivateFrameworks/BiometricKit.framework",
                             [sensor = sensor_, system = system_] {
-                              auto& manager = Process::current().platform().biometricKit;
+                              auto& manager = ProcessContext::current().platform().biometricKit;
                               if (!manager)
                                 manager = makeApplicationBiometricKitManager(sensor,
                                                                              majorVersion(*system));

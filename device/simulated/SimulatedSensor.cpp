@@ -140,7 +140,7 @@ void SimulatedSensor::addListener(const std::shared_ptr<SensorListener>& listene
   const bool isKnown = std::any_of(
       listeners_.begin(), listeners_.end(),
       [&listener](const Listening& entry) { return entry.listener.lock() == listener; });
-  if (!isKnown) listeners_.push_back({listener, Process::current().platform().mainQueue});
+  if (!isKnown) listeners_.push_back({listener, ProcessContext::current().platform().mainQueue});
 }
 
 void SimulatedSensor::emit(BiometricEvent event) {

@@ -2,10 +2,10 @@
 
 #include <utility>
 
-#include "sentrel/Process.h"
 #include "sentrel/authui/SNWindow.h"
 #include "sentrel/authui/SwitchButton.h"
 #include "sentrel/bridge/SNUtils.h"
+#include "sentrel/uikit/UIApplication.h"
 #include "sentrel/uikit/UICollectionView.h"
 
 namespace sentrel {
@@ -72,7 +72,7 @@ void SNAlertController::dismissViewControllerAnimated(bool animated, Completion 
 
 void SNAlertController::reloadActionsLater() {
   const std::weak_ptr<UIResponder> weakAlert = weak_from_this();
-  Process::current().platform().mainQueue->async([weakAlert] {
+  UIApplication::sharedApplication().platform().mainQueue->async([weakAlert] {
     const auto alert = std::static_pointer_cast<SNAlertController>(weakAlert.lock());
     if (!alert) return;
     const auto list = std::dynamic_pointer_cast<UICollectionView>(

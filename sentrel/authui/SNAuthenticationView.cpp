@@ -3,8 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "sentrel/Process.h"
-#include "sentrel/bridge/SNUtils.h"
+#include "sentrel/bridge/Bridge.h"
 #include "sentrel/effects/Constraints.h"
 #include "sentrel/settings/SNSettings.h"
 #include "sentrel/uikit/TextSize.h"
@@ -21,37 +20,11 @@ constexpr std::int64_t glyphStyle = 2;
 constexpr std::int64_t digitsCount = 6;
 constexpr double alertViewWidth = 270;
 
-UIColor titleColor() {
-  return SNUtils::isDarkModeEnabled() ? UIColor::labelColor() : UIColor::darkGrayColor();
-}
-
-UIColor messageColor() {
-  return SNUtils::isDarkModeEnabled() ? UIColor::secondaryLabelColor() : UIColor::darkGrayColor();
-}
-
-UIColor glyphColor() {
-  return SNUtils::isDarkModeEnabled() ? UIColor::secondaryLabelColor() : UIColor::grayColor();
-}
-
-/// Brings in the framework that has the glyph's class; it moved from one system to the next.
-void loadGlyphClass() {
-  Platform& platform = Process::current().platform();
-  if (platform.glyphViewClass || !platform.libraries) return;
-  std::string path = "/System/Library/PrivateFrameworks/PassKitUIFoundation.framework";
-  if (!platform.libraries->canOpenBundle(path))
-    path = "/System/Library/Frameworks/PassKit.framework";
-  if (platform.libraries->loadBundle(path))
-    SNUtils::logMessage("PassKitUIFoundation.framework loaded successfully");
-}
-
 }  // namespace
 
-std::shared_ptr<SNAuthenticationView> SNAuthenticationView::sharedInstance() {
-  return Process::current().authenticationView();
-}
-
 std::shared_ptr<SNAuthenticationView> SNAuthenticationView::initWithFrame(const CGRect& frame) {
-  std::shared_ptr<SNAuthenticationView> view(new SNAuthenticationView(frame));
+  std::shared_ptr<SNAuthenticationView> view(
+      new SNAuthenticationView(frame, Bridge::sharedBridge(), SNSettings::sharedSettings()));
   view->setupUI();
   return view;
 }
@@ -63,6 +36,29 @@ const UIClass& SNAuthenticationView::staticClass() {
 
 std::shared_ptr<UIView> SNAuthenticationView::self() {
   return std::static_pointer_cast<UIView>(shared_from_this());
+}
+
+UIColor SNAuthenticationView::titleColor() const {
+  return bridge_.isDarkModeEnabled() ? UIColor::labelColor() : UIColor::darkGrayColor();
+}
+
+UIColor SNAuthenticationView::messageColor() const {
+  return bridge_.isDarkModeEnabled() ? UIColor::secondaryLabelColor() : UIColor::darkGrayColor();
+}
+
+UIColor SNAuthenticationView::glyphColor() const {
+  return bridge_.isDarkModeEnabled() ? UIColor::secondaryLabelColor() : UIColor::grayColor();
+}
+
+/// Brings in the framework that has the glyph's class; it moved from one system to the next.
+void SNAuthenticationView::loadGlyphClass() {
+  const Platform& platform = bridge_.platform();
+  if (platform.glyphViewClass || !platform.libraries) return;
+  std::string path = "/System/Library/PrivateFrameworks/PassKitUIFoundation.framework";
+  if (!platform.libraries->canOpenBundle(path))
+    path = "/System/Library/Frameworks/PassKit.framework";
+  if (platform.libraries->loadBundle(path))
+    bridge_.logMessage("PassKitUIFoundation.framework loaded successfully");
 }
 
 // --- Building ----------------------------------------------------------------------------------
@@ -144,7 +140,7 @@ void SNAuthenticationView::addTitleLabel() {
 void SNAuthenticationView::addMessageLabel() {
   using enum NSLayoutAttribute;
   messageLabel_ = addLabel(UIFont::systemFontOfSize(14),
-                           SNUtils::authenticationMessage().value_or(""), messageColor());
+                           bridge_.authenticationMessage().value_or(""), messageColor());
   constrain(*this, {messageLabel_, top}, {titleLabel_, bottom}, 1, gap);
   messageLabelHeightConstraint_ = constantConstraint({messageLabel_, height}, 25);
 }
@@ -158,7 +154,7 @@ void SNAuthenticationView::setup(const std::optional<std::string>& title,
   fill(*titleLabel_, *titleLabelHeightConstraint_, title);
   messageLabel_->setTextColor(messageColor());
   fill(*messageLabel_, *messageLabelHeightConstraint_, message);
-  if (SNUtils::canUseAlertView()) resizeForAlertView();
+  if (bridge_.canUseAlertView()) resizeForAlertView();
   setupGlyphViewTheme();
 }
 
@@ -238,7 +234,7 @@ void SNAuthenticationView::animateFingerPrintActions(std::int64_t state, bool an
 }
 
 bool SNAuthenticationView::_validatePasscode(const std::string& passcode) {
-  const bool matched = SNSettings::sharedSettings().validatePasscode(passcode);
+  const bool matched = settings_.validatePasscode(passcode);
   if (!matched) passcodeView_->_denyAccess();
   if (const auto receiver = delegate()) {
     if (matched)

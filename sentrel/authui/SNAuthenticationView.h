@@ -15,6 +15,9 @@
 
 namespace sentrel {
 
+class Bridge;
+class SNSettings;
+
 /// What a prompt asks for. Other values can be stored and mean nothing.
 using SNAuthenticationMode = std::int64_t;
 inline constexpr SNAuthenticationMode SNAuthenticationModeGlyph = 1;
@@ -105,8 +108,13 @@ class SENTREL_API SNAuthenticationView : public UIView, public SNSimplePasscodeV
                                CGSize constrainedToSize, NSLineBreakMode lineBreakMode);
 
  private:
-  explicit SNAuthenticationView(const CGRect& frame) : UIView(frame, staticClass()) {}
+  SNAuthenticationView(const CGRect& frame, Bridge& bridge, const SNSettings& settings)
+      : UIView(frame, staticClass()), bridge_(bridge), settings_(settings) {}
 
+  void loadGlyphClass();
+  UIColor titleColor() const;
+  UIColor messageColor() const;
+  UIColor glyphColor() const;
   void setupUI();
   void addGlyphView();
   void addPasscodeView();
@@ -118,6 +126,8 @@ class SENTREL_API SNAuthenticationView : public UIView, public SNSimplePasscodeV
   void resizeForAlertView();
   std::shared_ptr<UIView> self();
 
+  Bridge& bridge_;
+  const SNSettings& settings_;
   SNAuthenticationMode mode_ = SNAuthenticationModeGlyph;
   std::weak_ptr<SNAuthenticationViewDelegate> delegate_;
   std::shared_ptr<PKGlyphView> glyphView_;

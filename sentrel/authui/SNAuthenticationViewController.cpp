@@ -1,12 +1,6 @@
 #include "sentrel/authui/SNAuthenticationViewController.h"
 
-#include "sentrel/Process.h"
-
 namespace sentrel {
-
-std::shared_ptr<SNAuthenticationViewController> SNAuthenticationViewController::sharedInstance() {
-  return Process::current().authenticationViewController();
-}
 
 std::shared_ptr<SNAuthenticationViewController> SNAuthenticationViewController::makeShared() {
   auto controller = std::make_shared<SNAuthenticationViewController>();

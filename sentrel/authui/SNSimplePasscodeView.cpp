@@ -2,8 +2,7 @@
 
 #include <utility>
 
-#include "sentrel/Process.h"
-#include "sentrel/bridge/SNUtils.h"
+#include "sentrel/bridge/Bridge.h"
 #include "sentrel/effects/Constraints.h"
 #include "sentrel/platform/SecretText.h"
 #include "sentrel/uikit/UIApplication.h"
@@ -25,13 +24,6 @@ double boxSpacing() {
   return isPad() ? 60 : 40;
 }
 
-/// The legacy alert has a fixed width, in which the row is centred by hand.
-double leftInset(std::int64_t digitsCount) {
-  if (!SNUtils::canUseAlertView()) return 0;
-  const auto halfSteps = static_cast<double>(2 * digitsCount - 1);
-  return (alertWidth - boxSpacing() * 0.5 * halfSteps) * 0.5;
-}
-
 CAAnimation shake() {
   return CAAnimation::keyframes("transform.translation.x", {-12, 12, -12, 12, -6, 6, -3, 3, 0},
                                 shakeDuration, CATiming{CATiming::Curve::linear});
@@ -39,13 +31,10 @@ CAAnimation shake() {
 
 }  // namespace
 
-std::shared_ptr<SNSimplePasscodeView> SNSimplePasscodeView::sharedInstance() {
-  return Process::current().simplePasscodeView();
-}
-
 std::shared_ptr<SNSimplePasscodeView> SNSimplePasscodeView::initWithFrame(const CGRect& frame) {
-  std::shared_ptr<SNSimplePasscodeView> view(new SNSimplePasscodeView(frame));
-  view->keyboardObservation_ = Process::current().platform().localCenter->addObserver(
+  std::shared_ptr<SNSimplePasscodeView> view(
+      new SNSimplePasscodeView(frame, Bridge::sharedBridge()));
+  view->keyboardObservation_ = view->bridge_.platform().localCenter->addObserver(
       std::string(UIKeyboardWillHideNotification),
       [weakView = view->weakSelf()](const Notification& notification) {
         if (const auto self = weakView.lock()) self->keyboardWillHide(notification);
@@ -89,8 +78,8 @@ std::shared_ptr<UITextField> SNSimplePasscodeView::makeField() {
   field->setBackgroundColor(UIColor::clearColor());
   field->setTextAlignment(NSTextAlignment::center);
   field->setText("—");
-  field->setTextColor(SNUtils::isDarkModeEnabled() ? UIColor::labelColor()
-                                                   : UIColor::colorWithWhite(0.31, 1));
+  field->setTextColor(bridge_.isDarkModeEnabled() ? UIColor::labelColor()
+                                                  : UIColor::colorWithWhite(0.31, 1));
   field->setFont(UIFont::fontWithName("AvenirNext-Regular", isPad() ? 49.5 : 33));
   field->setDelegate(weakSelf());
   field->setSecureTextEntry(false);
@@ -105,11 +94,18 @@ void SNSimplePasscodeView::updateViewConstraints() {
   if (passcodeTextField_) constrainHiddenField();
 }
 
+/// The legacy alert has a fixed width, in which the row is centred by hand.
+double SNSimplePasscodeView::leftInset() const {
+  if (!bridge_.canUseAlertView()) return 0;
+  const auto halfSteps = static_cast<double>(2 * digitsCount_ - 1);
+  return (alertWidth - boxSpacing() * 0.5 * halfSteps) * 0.5;
+}
+
 void SNSimplePasscodeView::constrainBoxes() {
   using enum NSLayoutAttribute;
   const auto self = std::static_pointer_cast<UIView>(shared_from_this());
   std::shared_ptr<UIView> leftNeighbour = self;
-  double distance = leftInset(digitsCount_);
+  double distance = leftInset();
   for (const auto& box : digitTextFields_) {
     constrain(*this, {box, left}, {leftNeighbour, left}, 1, distance);
     constrain(*this, {box, top}, {self, top});
@@ -148,7 +144,7 @@ void SNSimplePasscodeView::maskBoxes(std::size_t typedLength) {
 void SNSimplePasscodeView::scheduleValidation(const std::string& passcode) {
   const auto receiver = delegate();
   if (!receiver) return;
-  Process::current().platform().mainQueue->after(
+  bridge_.platform().mainQueue->after(
       validationDelay, [receiver, typed = std::make_shared<const SecretText>(passcode)] {
         receiver->_validatePasscode(typed->text());
       });
@@ -180,7 +176,7 @@ void SNSimplePasscodeView::_resetTextFields(bool delayed) {
   clearText();
   const bool hasInput = passcodeTextField_ && passcodeTextField_->isFirstResponder();
   if (delayed && !hasInput)
-    Process::current().platform().mainQueue->after(refocusDelay, [weakView = weakSelf()] {
+    bridge_.platform().mainQueue->after(refocusDelay, [weakView = weakSelf()] {
       if (const auto self = weakView.lock())
         self->showKeyboard(/*animated=*/false, /*delay=*/false);
     });

@@ -12,6 +12,8 @@
 
 namespace sentrel {
 
+class Bridge;
+
 class SENTREL_API SNSimplePasscodeViewDelegate {
  public:
   virtual ~SNSimplePasscodeViewDelegate() = default;
@@ -92,9 +94,12 @@ class SENTREL_API SNSimplePasscodeView : public UIView, public UITextFieldDelega
                  const std::string& replacementString) override;
 
  private:
-  explicit SNSimplePasscodeView(const CGRect& frame) : UIView(frame, staticClass()) {}
+  SNSimplePasscodeView(const CGRect& frame, Bridge& bridge)
+      : UIView(frame, staticClass()), bridge_(bridge) {}
 
   std::weak_ptr<SNSimplePasscodeView> weakSelf();
+  double leftInset() const;
+  bool isKeyboardCovered() const;
   std::shared_ptr<UITextField> makeField();
   void removeFields();
   void constrainBoxes();
@@ -105,6 +110,7 @@ class SENTREL_API SNSimplePasscodeView : public UIView, public UITextFieldDelega
   void borrowKeyboard();
   void placeKeyboard(bool animated);
 
+  Bridge& bridge_;
   std::weak_ptr<SNSimplePasscodeViewDelegate> delegate_;
   std::int64_t digitsCount_ = 0;
   std::vector<std::shared_ptr<UITextField>> digitTextFields_;

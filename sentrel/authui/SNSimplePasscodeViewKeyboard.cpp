@@ -1,9 +1,8 @@
 #include <optional>
 #include <utility>
 
-#include "sentrel/Process.h"
 #include "sentrel/authui/SNSimplePasscodeView.h"
-#include "sentrel/bridge/SNUtils.h"
+#include "sentrel/bridge/Bridge.h"
 #include "sentrel/effects/UILookups.h"
 #include "sentrel/uikit/UIScreen.h"
 
@@ -13,13 +12,6 @@ namespace {
 constexpr Seconds slideDuration{0.3};
 constexpr Seconds longDelay{0.2};
 constexpr Seconds shortDelay{0.01};
-
-/// Only one generation of the system has the keyboard below the notification centre.
-bool isKeyboardCovered() {
-  if (!SNUtils::isIOS9() || SNUtils::isIOS10()) return false;
-  const auto& controller = Process::current().platform().notificationCenterController;
-  return controller && controller->isVisible();
-}
 
 /// How the log names a view; none for no view.
 std::optional<std::string> describeForLog(const std::shared_ptr<UIView>& view) {
@@ -35,25 +27,32 @@ void setTop(UIView& view, double top) {
 
 }  // namespace
 
+/// Only one generation of the system has the keyboard below the notification centre.
+bool SNSimplePasscodeView::isKeyboardCovered() const {
+  if (!bridge_.isIOS9() || bridge_.isIOS10()) return false;
+  const auto& controller = bridge_.platform().notificationCenterController;
+  return controller && controller->isVisible();
+}
+
 void SNSimplePasscodeView::showKeyboard(bool animated, bool delay) {
-  SNUtils::logMessage("Calling to showKeyboard:");
+  bridge_.logMessage("Calling to showKeyboard:");
   if (passcodeTextField_) passcodeTextField_->becomeFirstResponder();
   if (!isKeyboardCovered()) return;
   if (!hackyKB_) borrowKeyboard();
-  SNUtils::logMessage("Got the copy of keyboard as: %@", describeForLog(hackyKB_));
+  bridge_.logMessage("Got the copy of keyboard as: %@", describeForLog(hackyKB_));
   if (!hackyKB_) return;
   const Seconds noDelay = animated ? Seconds(0) : shortDelay;
-  Process::current().platform().mainQueue->after(delay ? longDelay : noDelay,
-                                                 [weakView = weakSelf(), animated] {
-                                                   if (const auto self = weakView.lock())
-                                                     self->placeKeyboard(animated);
-                                                 });
+  bridge_.platform().mainQueue->after(delay ? longDelay : noDelay,
+                                      [weakView = weakSelf(), animated] {
+                                        if (const auto self = weakView.lock())
+                                          self->placeKeyboard(animated);
+                                      });
 }
 
 void SNSimplePasscodeView::borrowKeyboard() {
   hackyKB_ = sn__keyBoard();
   const auto bulletinWindow = sn__windowOfClass("SBBulletinWindow");
-  SNUtils::logMessage("Got the bulletinWindow as: %@", describeForLog(bulletinWindow));
+  bridge_.logMessage("Got the bulletinWindow as: %@", describeForLog(bulletinWindow));
   if (!hackyKB_) return;
   hackyKB_->setAlpha(0);
   if (bulletinWindow) bulletinWindow->addSubview(hackyKB_);
@@ -81,7 +80,7 @@ void SNSimplePasscodeView::hideKeyboard() {
 }
 
 void SNSimplePasscodeView::keyboardWillHide(const Notification& /*notification*/) {
-  SNUtils::logMessage("keyboardWillHide: called");
+  bridge_.logMessage("keyboardWillHide: called");
   hideHackyKeyboard();
 }
 

@@ -2,13 +2,7 @@
 
 #include <utility>
 
-#include "sentrel/Process.h"
-
 namespace sentrel {
-
-std::shared_ptr<SNWindow> SNWindow::sharedInstance() {
-  return Process::current().overlayWindow();
-}
 
 std::shared_ptr<SNWindow> SNWindow::initWithFrame(const CGRect& frame) {
   std::shared_ptr<SNWindow> window(new SNWindow(frame));

@@ -3,10 +3,8 @@
 #include <algorithm>
 #include <string_view>
 
-#include "sentrel/Process.h"
-#include "sentrel/authui/SNWindow.h"
 #include "sentrel/biometrics/CallIfSet.h"
-#include "sentrel/bridge/SNUtils.h"
+#include "sentrel/bridge/Bridge.h"
 
 namespace sentrel {
 namespace {
@@ -17,23 +15,15 @@ constexpr std::string_view biometricKitPath =
 /// Newer systems report it between the events that count.
 constexpr BiometricEvent ignorableEvent = 12;
 
-bool isIgnorable(BiometricEvent event) {
-  return event == ignorableEvent && SNUtils::isIOS12() && SNUtils::isBioMetricsSupported();
-}
-
-void logIgnored(BiometricEvent event) {
-  SNUtils::logMessage("Ignoring event %d on iOS 12 for Touch ID device..", event);
-}
-
 }  // namespace
 
-std::shared_ptr<SNTouchIDManager> SNTouchIDManager::sharedManager() {
-  return Process::current().touchIDManager();
+std::shared_ptr<SNTouchIDManager> SNTouchIDManager::makeShared(Bridge& bridge,
+                                                               std::function<void()> closeOverlay) {
+  return std::shared_ptr<SNTouchIDManager>(new SNTouchIDManager(bridge, std::move(closeOverlay)));
 }
 
-std::shared_ptr<SNTouchIDManager> SNTouchIDManager::makeShared(Platform& platform) {
-  return std::shared_ptr<SNTouchIDManager>(new SNTouchIDManager(platform));
-}
+SNTouchIDManager::SNTouchIDManager(Bridge& bridge, std::function<void()> closeOverlay)
+    : bridge_(bridge), platform_(bridge.platform()), closeOverlay_(std::move(closeOverlay)) {}
 
 std::shared_ptr<BiometricInterface> SNTouchIDManager::bioMetricInterface() {
   if (platform_.biometricResource) return platform_.biometricResource->_biometricKitInterface();
@@ -44,32 +34,32 @@ std::shared_ptr<BiometricInterface> SNTouchIDManager::bioMetricInterface() {
 
 void SNTouchIDManager::loadBiometricKit() {
   if (platform_.libraries->loadBundle(std::string(biometricKitPath)))
-    SNUtils::logMessage("BiometricKit.framework loaded successfully");
+    bridge_.logMessage("BiometricKit.framework loaded successfully");
 }
 
 void SNTouchIDManager::startManager() {
   const auto interface = bioMetricInterface();
-  if (running_ || starting_ || !SNUtils::isBioMetricsSupported()) return matchAgain(interface);
+  if (running_ || starting_ || !bridge_.isBioMetricsSupported()) return matchAgain(interface);
   starting_ = true;
   ++counter_;
-  SNUtils::isIOS10() ? takeInterface(interface) : takeEventMonitor();
+  bridge_.isIOS10() ? takeInterface(interface) : takeEventMonitor();
   starting_ = false;
   running_ = true;
   callIfSet(managerStarted_, running_);
 }
 
 void SNTouchIDManager::matchAgain(const std::shared_ptr<BiometricInterface>& interface) {
-  if (SNUtils::isIOS11() && interface && interface->answersMatchOperation)
-    SNUtils::startBioMetricsResource(shared_from_this(), /*shouldAddDarwinObserver=*/false);
+  if (bridge_.isIOS11() && interface && interface->answersMatchOperation)
+    bridge_.startBioMetricsResource(shared_from_this(), /*shouldAddDarwinObserver=*/false);
 }
 
 void SNTouchIDManager::stopManager() {
   counter_ = std::max<std::int64_t>(counter_ - 1, 0);
   if (platform_.biometricResource) platform_.biometricResource->removeObserver(shared_from_this());
-  SNWindow::sharedInstance()->closeWindow();
+  closeOverlay_();
   if (!canStop()) return;
   stopping_ = true;
-  SNUtils::isIOS10() ? giveInterfaceBack() : giveEventMonitorBack();
+  bridge_.isIOS10() ? giveInterfaceBack() : giveEventMonitorBack();
   forgetWhatWasTaken();
   stopping_ = false;
   running_ = false;
@@ -78,7 +68,7 @@ void SNTouchIDManager::stopManager() {
 }
 
 bool SNTouchIDManager::canStop() const {
-  return (running_ && !stopping_ && SNUtils::isBioMetricsSupported()) || counter_ >= 1;
+  return (running_ && !stopping_ && bridge_.isBioMetricsSupported()) || counter_ >= 1;
 }
 
 void SNTouchIDManager::clearBlocks() {
@@ -88,9 +78,17 @@ void SNTouchIDManager::clearBlocks() {
   managerStopped_ = nullptr;
 }
 
+bool SNTouchIDManager::isIgnorable(BiometricEvent event) const {
+  return event == ignorableEvent && bridge_.isIOS12() && bridge_.isBioMetricsSupported();
+}
+
+void SNTouchIDManager::logIgnored(BiometricEvent event) const {
+  bridge_.logMessage("Ignoring event %d on iOS 12 for Touch ID device..", event);
+}
+
 void SNTouchIDManager::biometricKitInterfaceHandleEvent(
     const std::shared_ptr<BiometricInterface>& interface, BiometricEvent event) {
-  if (isIgnorable(event) && !SNUtils::supportsFaceID()) return logIgnored(event);
+  if (isIgnorable(event) && !bridge_.supportsFaceID()) return logIgnored(event);
   callIfSet(handleEventBlock_, interface, event);
 }
 

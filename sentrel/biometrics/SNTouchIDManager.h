@@ -11,6 +11,8 @@
 
 namespace sentrel {
 
+class Bridge;
+
 /// Borrows the system's biometric sensor for the time a prompt is on screen, and gives it back with
 /// the delegate and the observers that it had.
 ///
@@ -28,8 +30,10 @@ class SENTREL_API SNTouchIDManager final : public BiometricObserver,
   /// The current process's own.
   static std::shared_ptr<SNTouchIDManager> sharedManager();
 
-  /// What sharedManager is made by. `platform` outlives the manager.
-  static std::shared_ptr<SNTouchIDManager> makeShared(Platform& platform);
+  /// What sharedManager is made by. `bridge` outlives the manager; `closeOverlay` closes the
+  /// overlay window.
+  static std::shared_ptr<SNTouchIDManager> makeShared(Bridge& bridge,
+                                                      std::function<void()> closeOverlay);
 
   /// The sensor interface of the running system, or null.
   std::shared_ptr<BiometricInterface> bioMetricInterface();
@@ -70,7 +74,11 @@ class SENTREL_API SNTouchIDManager final : public BiometricObserver,
   std::string description() const override;
 
  private:
-  explicit SNTouchIDManager(Platform& platform) : platform_(platform) {}
+  SNTouchIDManager(Bridge& bridge, std::function<void()> closeOverlay);
+
+  /// Newer systems report it between the events that count.
+  bool isIgnorable(BiometricEvent event) const;
+  void logIgnored(BiometricEvent event) const;
 
   void loadBiometricKit();
   void matchAgain(const std::shared_ptr<BiometricInterface>& interface);
@@ -87,7 +95,9 @@ class SENTREL_API SNTouchIDManager final : public BiometricObserver,
   void forgetWhatWasTaken();
   void clearBlocks();
 
+  Bridge& bridge_;
   Platform& platform_;
+  const std::function<void()> closeOverlay_;
   bool running_ = false;
   bool starting_ = false;
   bool stopping_ = false;

@@ -2,7 +2,7 @@
 
 #include "sentrel/biometrics/CallIfSet.h"
 #include "sentrel/biometrics/SNTouchIDManager.h"
-#include "sentrel/bridge/SNUtils.h"
+#include "sentrel/bridge/Bridge.h"
 
 namespace sentrel {
 namespace {
@@ -26,14 +26,14 @@ bool isMonitor(const std::shared_ptr<BiometricObserver>& delegate) {
 void SNTouchIDManager::takeInterface(const std::shared_ptr<BiometricInterface>& interface) {
   interface_ = interface;
   const auto delegate = interface ? interface->delegate() : nullptr;
-  SNUtils::logMessage("[interface delegate]: %@", describe(delegate));
+  bridge_.logMessage("[interface delegate]: %@", describe(delegate));
   if (!isMonitor(delegate)) oldDelegate_ = delegate;
   if (!interface) return;
   interface->setDelegate(shared_from_this());
   if (interface->matchWithMode)
     callIfSet(interface->matchWithMode, anyMatchMode);
   else if (interface->answersMatchOperation)
-    SNUtils::startBioMetricsResource(shared_from_this(), /*shouldAddDarwinObserver=*/true);
+    bridge_.startBioMetricsResource(shared_from_this(), /*shouldAddDarwinObserver=*/true);
 }
 
 void SNTouchIDManager::giveInterfaceBack() {
@@ -43,7 +43,7 @@ void SNTouchIDManager::giveInterfaceBack() {
   callIfSet(interface->cancel);
   callIfSet(interface->detectFingerWithOptions);
   if (interface_) interface_->setDelegate(oldDelegate_);
-  if (interface->answersMatchOperation) SNUtils::stopBioMetricsResource(shared_from_this());
+  if (interface->answersMatchOperation) bridge_.stopBioMetricsResource(shared_from_this());
 }
 
 void SNTouchIDManager::takeEventMonitor() {

@@ -1,6 +1,7 @@
 #include "sentrel/bridge/BridgeState.h"
 
 #include "sentrel/bridge/SystemVersion.h"
+#include "sentrel/platform/Answer.h"
 
 namespace sentrel {
 namespace {
@@ -41,8 +42,9 @@ std::string_view BridgeState::lookAtInterface(const Platform& platform) {
   const auto interface =
       platform.biometricResource ? platform.biometricResource->_biometricKitInterface() : nullptr;
   if (!interface) return fingerPrintText;
-  supportsFaceID = interface->isPearlIDCapable && interface->isPearlIDCapable();
-  const bool isTouchIDCapable = interface->isTouchIDCapable && interface->isTouchIDCapable();
+  supportsFaceID = answer(interface, &BiometricInterface::isPearlIDCapable).orElse(false);
+  const bool isTouchIDCapable =
+      answer(interface, &BiometricInterface::isTouchIDCapable).orElse(false);
   return supportsFaceID && !isTouchIDCapable ? faceIDText : fingerPrintText;
 }
 

@@ -1,66 +1,84 @@
 #include "sentrel/controller/BiometricEvents.h"
 
-#include "sentrel/bridge/SNUtils.h"
+#include "sentrel/bridge/Bridge.h"
 #include "sentrel/bridge/SystemVersion.h"
 
 namespace sentrel {
 namespace {
 
+BiometricEvent detectionEvent(Bridge& bridge) {
+  return bridge.isIOS14() ? 4 : 5;
+}
+
+/// Where the sensor's event and the glyph's state for it go by the same number.
+GlyphState sameNumber(BiometricEvent event) {
+  return static_cast<GlyphState>(event);
+}
+
 bool isEarlyResult(BiometricEvent event) {
   return event == 1 || event == matchEvent || event == 7;
 }
 
-BiometricEvent resultLimit() {
-  return SNUtils::supportsFaceID() || !SNUtils::isDeviceHasPasscode() ? 12 : 9;
+BiometricEvent resultLimit(Bridge& bridge) {
+  return bridge.supportsFaceID() || !bridge.isDeviceHasPasscode() ? 12 : 9;
 }
 
-std::int64_t firstModifiedCode(BiometricEvent result) {
-  if (result == 1 || result == 12) return SNUtils::supportsFaceID() ? detectionEvent() : 3;
-  if (result == matchEvent) return SNUtils::isIOS11() ? 12 : 6;
-  return result;
+GlyphState firstGlyphState(Bridge& bridge, BiometricEvent result) {
+  if (result == 1 || result == 12)
+    return bridge.supportsFaceID() ? detectionGlyphState(bridge) : GlyphState::scanning;
+  if (result == matchEvent)
+    return bridge.isIOS11() ? GlyphState::recognized : GlyphState::recognizedBefore11;
+  return sameNumber(result);
 }
 
 /// For a result that the glyph has no state of its own for.
-std::int64_t lateResultGlyphState(BiometricEvent result) {
-  if (SNUtils::supportsFaceID()) return SNUtils::isIOS12() ? detectionEvent() : 2;
-  return result == 10 ? 10 : 0;
+GlyphState lateResultGlyphState(Bridge& bridge, BiometricEvent result) {
+  if (bridge.supportsFaceID())
+    return bridge.isIOS12() ? detectionGlyphState(bridge) : GlyphState::notRecognized;
+  return result == 10 ? GlyphState::notRecognizedAgain : GlyphState::idle;
 }
 
 }  // namespace
 
-BiometricEvent detectionEvent() {
-  return SNUtils::isIOS14() ? 4 : 5;
+BiometricEvent endOfAttemptsEvent(Bridge& bridge) {
+  return isSystemVersionAtLeast(bridge.platform(), 13.5F) ? 28 : 13;
 }
 
-BiometricEvent endOfAttemptsEvent(const Platform& platform) {
-  return isSystemVersionAtLeast(platform, 13.5F) ? 28 : 13;
+bool isFailedTry(Bridge& bridge, BiometricEvent event) {
+  return event == 2 || event == 10 || event == detectionEvent(bridge);
 }
 
-bool isFailedTry(BiometricEvent event) {
-  return event == 2 || event == 10 || event == detectionEvent();
+bool isResult(Bridge& bridge, BiometricEvent event) {
+  return isEarlyResult(event) || event >= resultLimit(bridge);
 }
 
-bool isResult(BiometricEvent event) {
-  return isEarlyResult(event) || event >= resultLimit();
+GlyphState failedTryGlyphState(Bridge& bridge, BiometricEvent event) {
+  return bridge.supportsFaceID() && bridge.isIOS12() ? detectionGlyphState(bridge)
+                                                     : sameNumber(event);
 }
 
-std::int64_t failedTryGlyphState(BiometricEvent event) {
-  return SNUtils::supportsFaceID() && SNUtils::isIOS12() ? detectionEvent() : event;
+ResultGlyphStates resultGlyphStates(Bridge& bridge, BiometricEvent result) {
+  const GlyphState first = firstGlyphState(bridge, result);
+  const BiometricEvent limit = bridge.supportsFaceID() ? 13 : 9;
+  const bool isLate = result != endOfAttemptsEvent(bridge) && result >= limit;
+  return {first, isLate ? lateResultGlyphState(bridge, result) : first};
 }
 
-ModifiedCode modifiedCode(BiometricEvent result, BiometricEvent endOfAttempts) {
-  const std::int64_t first = firstModifiedCode(result);
-  const BiometricEvent limit = SNUtils::supportsFaceID() ? 13 : 9;
-  const bool isLate = result != endOfAttempts && result >= limit;
-  return {first, isLate ? lateResultGlyphState(result) : first};
+GlyphState detectionGlyphState(Bridge& bridge) {
+  return bridge.isIOS14() ? GlyphState::detection14 : GlyphState::detection;
 }
 
-std::int64_t restingGlyphState() {
-  return SNUtils::supportsFaceID() && !SNUtils::isIOS12() ? 2 : 0;
+GlyphState restingGlyphState(Bridge& bridge) {
+  return bridge.supportsFaceID() && !bridge.isIOS12() ? GlyphState::notRecognized
+                                                      : GlyphState::idle;
 }
 
-std::int64_t glyphStateAfterTry(BiometricEvent event) {
-  return SNUtils::supportsFaceID() ? detectionEvent() : event;
+GlyphState glyphStateAfterTry(Bridge& bridge) {
+  return bridge.supportsFaceID() ? detectionGlyphState(bridge) : GlyphState::idle;
+}
+
+GlyphState glyphStateAfterTry(Bridge& bridge, BiometricEvent event) {
+  return bridge.supportsFaceID() ? detectionGlyphState(bridge) : sameNumber(event);
 }
 
 }  // namespace sentrel

@@ -1,10 +1,7 @@
 #include "sentrel/controller/SentrelController.h"
 
-#include "sentrel/Process.h"
-#include "sentrel/authui/SNAlertController.h"
-#include "sentrel/authui/SNAlertView.h"
 #include "sentrel/biometrics/SNTouchIDManager.h"
-#include "sentrel/bridge/Ask.h"
+#include "sentrel/bridge/Bridge.h"
 #include "sentrel/bridge/Notifications.h"
 
 namespace sentrel {
@@ -15,13 +12,25 @@ constexpr const char* watchFrameworkPath =
 
 }  // namespace
 
-SentrelController& SentrelController::sharedInstance() {
-  return Process::current().controller();
-}
+SentrelController::SentrelController(Bridge& bridge, SNSettings& settings,
+                                     UnlockSessionStore& sessions,
+                                     std::shared_ptr<SNTouchIDManager> monitor,
+                                     PromptSurfaces surfaces, Late<SNWindow> overlayWindow)
+    : bridge_(bridge),
+      platform_(bridge.platform()),
+      settings_(settings),
+      sessions_(sessions),
+      monitor_(std::move(monitor)),
+      surfaces_(std::move(surfaces)),
+      overlayWindow_(std::move(overlayWindow)) {}
 
-std::shared_ptr<SentrelController> SentrelController::makeShared(Platform& platform,
-                                                                 SNSettings& settings) {
-  std::shared_ptr<SentrelController> controller(new SentrelController(platform, settings));
+std::shared_ptr<SentrelController> SentrelController::makeShared(
+    Bridge& bridge, SNSettings& settings, UnlockSessionStore& sessions,
+    std::shared_ptr<SNTouchIDManager> monitor, PromptSurfaces surfaces,
+    Late<SNWindow> overlayWindow) {
+  std::shared_ptr<SentrelController> controller(
+      new SentrelController(bridge, settings, sessions, std::move(monitor), std::move(surfaces),
+                            std::move(overlayWindow)));
   controller->observeResults();
   controller->loadWatchFramework();
   return controller;
@@ -40,42 +49,51 @@ void SentrelController::observeResults() {
 
 void SentrelController::loadWatchFramework() {
   watchFramework_ = platform_.libraries->open(watchFrameworkPath, DynamicLibraries::Binding::now);
-  SNUtils::logMessage(watchFramework_ ? "Sentrel -> Loading WatchKit.framework is success."
-                                      : "Sentrel -> Loading WatchKit.framework is failed.");
+  bridge_.logMessage(watchFramework_ ? "Sentrel -> Loading WatchKit.framework is success."
+                                     : "Sentrel -> Loading WatchKit.framework is failed.");
 }
 
 void SentrelController::startSentrelEvents() {
-  const auto manager = SNTouchIDManager::sharedManager();
   const auto clear =
       whileAlive([](SentrelController& self, bool) { self.setJustAuthenticated(false); });
-  manager->setManagerStarted(clear);
-  manager->setManagerStopped(clear);
-  manager->setObserveEventBlock(
+  monitor_->setManagerStarted(clear);
+  monitor_->setManagerStopped(clear);
+  monitor_->setObserveEventBlock(
       whileAlive([](SentrelController& self, const auto& interface, BiometricEvent event) {
         self.biometricKitInterfaceObserveEvent(interface, event);
       }));
-  manager->setHandleEventBlock(
+  monitor_->setHandleEventBlock(
       whileAlive([](SentrelController& self, const auto& interface, BiometricEvent event) {
         self.biometricKitInterfaceHandleEvent(interface, event);
       }));
-  manager->startManager();
+  monitor_->startManager();
+}
+
+void SentrelController::deviceLocked() {
+  deviceScreenDimmed();
+  sessions_.endWithLock();
+}
+
+void SentrelController::deviceScreenDimmed() {
+  passcodeMatched(/*matched=*/false, /*animated=*/false);
+  monitor_->stopManager();
 }
 
 std::shared_ptr<UIResponder> SentrelController::alertController() const {
-  if (alert_) return alert_;
-  return legacyAlert_;
+  const PromptSurface* shown = shownSurface();
+  return shown ? shown->alert() : nullptr;
 }
 
 bool SentrelController::isAlertShowing() {
-  if (!SNUtils::isSpringBoard() &&
-      !SNUtils::isSystemApplication(platform_.mainBundle->bundleIdentifier()))
-    return ask<messages::IsAlertShowing>();
+  if (!bridge_.isSpringBoard() &&
+      !bridge_.isSystemApplication(platform_.mainBundle->bundleIdentifier()))
+    return bridge_.ask<messages::IsAlertShowing>();
   return isOwnPromptShowing();
 }
 
 bool SentrelController::isOwnPromptShowing() const {
-  if (alert_) return alert_->isAlertPresented();
-  return legacyAlert_ && legacyAlert_->isVisible();
+  const PromptSurface* shown = shownSurface();
+  return shown && shown->isShowing();
 }
 
 }  // namespace sentrel

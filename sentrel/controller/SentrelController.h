@@ -6,27 +6,31 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
-#include "sentrel/authui/SNAuthenticationDelegates.h"
+#include "sentrel/authui/PromptSurface.h"
 #include "sentrel/controller/Invocation.h"
 #include "sentrel/platform/Biometrics.h"
 #include "sentrel/platform/HomeScreen.h"
+#include "sentrel/platform/Late.h"
 #include "sentrel/platform/PSSpecifier.h"
 #include "sentrel/platform/Platform.h"
 #include "sentrel/settings/SNSettings.h"
-#include "sentrel/settings/UnlockSessions.h"
-#include "sentrel/uikit/UIAlertView.h"
+#include "sentrel/settings/UnlockSessionStore.h"
 #include "sentrel/uikit/UIViewController.h"
 
 namespace sentrel {
 
-class SNAlertController;
-class SNAlertView;
-class SNAuthenticationView;
+class Bridge;
+class SNTouchIDManager;
+class SNWindow;
+
+/// The two ways to prompt; the running system says which is the one to take.
+struct PromptSurfaces {
+  std::unique_ptr<PromptSurface> alert;
+  std::unique_ptr<PromptSurface> legacy;
+};
 
 /// The lock controller of one process: every protected action goes through it. It decides whether
 /// to prompt, runs the prompt, delivers the outcome once and keeps the unlock sessions. The
@@ -38,13 +42,11 @@ class SNAuthenticationView;
 ///
 /// Main thread only, but for sharedInstance.
 class SENTREL_API SentrelController final : public UnlockSessions,
-                                            public SNAuthenticationDelegate,
-                                            public SNAuthenticationViewDelegate,
-                                            public UIAlertViewDelegate,
+                                            public PromptOwner,
                                             public std::enable_shared_from_this<SentrelController> {
  public:
-  using SessionTimes = std::unordered_map<SessionKey, WallTime, SessionKeyHash, SessionKeyEqual>;
-  using SessionKeys = std::unordered_set<SessionKey, SessionKeyHash, SessionKeyEqual>;
+  using SessionTimes = UnlockSessionStore::Times;
+  using SessionKeys = UnlockSessionStore::Keys;
 
   /// `authenticated`: identity was just proven. `allowed`: the caller may go on. Not protected is
   /// (NO, YES), success (YES, YES), cancel and failure (NO, NO).
@@ -60,8 +62,12 @@ class SENTREL_API SentrelController final : public UnlockSessions,
   static SentrelController& sharedInstance();
 
   /// What sharedInstance is made by: observes the results of other processes and loads the watch's
-  /// framework. `platform` and `settings` outlive the controller.
-  static std::shared_ptr<SentrelController> makeShared(Platform& platform, SNSettings& settings);
+  /// framework. What is handed in by reference outlives the controller.
+  static std::shared_ptr<SentrelController> makeShared(Bridge& bridge, SNSettings& settings,
+                                                       UnlockSessionStore& sessions,
+                                                       std::shared_ptr<SNTouchIDManager> monitor,
+                                                       PromptSurfaces surfaces,
+                                                       Late<SNWindow> overlayWindow);
 
   // --- Requests ------------------------------------------------------------------------------
   //
@@ -173,11 +179,13 @@ class SENTREL_API SentrelController final : public UnlockSessions,
   // --- Unlock sessions -----------------------------------------------------------------------
 
   /// Records that `key` was authenticated just now. None, or sessions switched off, does nothing.
-  void updateLastAuthenticationTime(const std::optional<SessionKey>& key);
+  void updateLastAuthenticationTime(const std::optional<SessionKey>& key) { sessions_.record(key); }
 
   /// Whether an open session covers `item`. Outside the home-screen process the caches of this
   /// process are not consulted, and a missing reply means no.
-  bool shouldIgnoreAuthentication(const SessionItem& item) override;
+  bool shouldIgnoreAuthentication(const SessionItem& item) override {
+    return sessions_.shouldIgnoreAuthentication(item);
+  }
 
   /// Fails the prompt on screen and gives the sensor back; the first also ends the sessions that
   /// last until the device locks. Timed sessions outlive a lock.
@@ -185,30 +193,29 @@ class SENTREL_API SentrelController final : public UnlockSessions,
   void deviceScreenDimmed();
 
   /// The time of the last success of each key, since the process started.
-  const SessionTimes& unlockSessionCache() const noexcept { return unlockSessionCache_; }
+  const SessionTimes& unlockSessionCache() const noexcept { return sessions_.times(); }
 
   /// The keys authenticated since the device was last locked.
-  const SessionKeys& rememberTillDeviceLockCache() const noexcept {
-    return rememberTillDeviceLockCache_;
-  }
+  const SessionKeys& rememberTillDeviceLockCache() const noexcept { return sessions_.untilLock(); }
 
   /// The time of the last success of any key.
-  const std::optional<WallTime>& lastUnlockedTime() const noexcept { return lastUnlockedTime_; }
+  const std::optional<WallTime>& lastUnlockedTime() const noexcept { return sessions_.lastTime(); }
 
  private:
-  SentrelController(Platform& platform, SNSettings& settings)
-      : platform_(platform), settings_(settings) {}
+  SentrelController(Bridge& bridge, SNSettings& settings, UnlockSessionStore& sessions,
+                    std::shared_ptr<SNTouchIDManager> monitor, PromptSurfaces surfaces,
+                    Late<SNWindow> overlayWindow);
 
   /// Names a request: each has its own, and once it is over it is nobody's.
   using RequestNumber = std::uint64_t;
 
-  /// What a prompt needs to know, from its request until it is shown.
-  struct Prompt {
+  /// A request whose prompt is due.
+  struct Request {
     Text title;
     Text message;
     bool isPasscodeForced = false;
-    Presenter delegate;
-    RequestNumber request = 0;
+    Presenter presenter;
+    RequestNumber number = 0;
   };
 
   void observeResults();
@@ -217,25 +224,28 @@ class SENTREL_API SentrelController final : public UnlockSessions,
   Completion recording(Completion completion, std::function<std::optional<SessionKey>()> key);
   void promptForService(std::string_view service, const Presenter& delegate, Completion completion);
 
-  void begin(Prompt prompt, Completion completion);
-  void presentAlert(const Prompt& prompt);
-  void presentAlertFromDelegate(const Prompt& prompt);
-  void addActions(SNAlertController& alert, const Prompt& prompt);
-  void showLegacyAlert(const Prompt& prompt);
+  void begin(Request request, Completion completion);
+  void show(const Request& request, PromptSurface& surface);
   void switchModes();
   void followMode();
   void restSensor();
   void cancel();
-  void applyKeyboardRule(const Prompt& prompt);
+  void applyKeyboardRule(const Request& request);
   void dismissNow(bool animated, std::function<void()> completion);
+
+  /// The surface that the running system has a prompt on now.
+  PromptSurface& surface() const;
+
+  /// The surface that a prompt was shown on and not dismissed from, or null.
+  PromptSurface* shownSurface() const;
+  std::shared_ptr<SNAuthenticationView> viewInUse() const { return surface().viewInUse(); }
+  void showGlyph(GlyphState state, bool animated, std::function<void()> completion);
 
   bool isInProgress(RequestNumber request) const noexcept {
     return completionBlock_ && request == request_;
   }
   bool hasStoredPasscode() const;
 
-  /// The view that the prompt in use shows; null on the legacy path while there is none.
-  std::shared_ptr<SNAuthenticationView> authenticationViewInUse() const;
   bool isOwnPromptShowing() const;
   bool isPromptWaiting();
 
@@ -243,7 +253,7 @@ class SENTREL_API SentrelController final : public UnlockSessions,
   void handleFingerUp();
   void handleAttemptsExhausted();
   void handleResult(BiometricEvent event);
-  void finishResult(BiometricEvent event, BiometricEvent modifiedCode);
+  void finishResult(BiometricEvent event, GlyphState shown);
   void resetGlyph();
   void scheduleGlyphReset();
   void restartIfShowing();
@@ -251,9 +261,6 @@ class SENTREL_API SentrelController final : public UnlockSessions,
   void askWatch();
   void takeWatchAnswer(RequestNumber request, const PropertyList& answer);
   void failPromptAndStop();
-
-  bool isInTimedSession(const SessionItem& item) const;
-  std::optional<WallTime> sessionStart(const SessionItem& item) const;
 
   /// Runs `block` with the controller where it is still there.
   template <class Block>
@@ -264,14 +271,16 @@ class SENTREL_API SentrelController final : public UnlockSessions,
     };
   }
 
+  Bridge& bridge_;
   Platform& platform_;
   SNSettings& settings_;
+  UnlockSessionStore& sessions_;
+  const std::shared_ptr<SNTouchIDManager> monitor_;
+  const PromptSurfaces surfaces_;
+  const Late<SNWindow> overlayWindow_;
   std::vector<Observation> observations_;
   std::shared_ptr<DynamicLibrary> watchFramework_;
 
-  // The prompt on screen: one of the two.
-  std::shared_ptr<SNAlertController> alert_;
-  std::shared_ptr<SNAlertView> legacyAlert_;
   bool alertShowing_ = false;
 
   RequestNumber request_ = 0;
@@ -280,10 +289,6 @@ class SENTREL_API SentrelController final : public UnlockSessions,
   std::shared_ptr<Invocation> invocation_;
   bool justAuthenticated_ = false;
   bool lastResultWasMatch_ = false;
-
-  SessionTimes unlockSessionCache_;
-  SessionKeys rememberTillDeviceLockCache_;
-  std::optional<WallTime> lastUnlockedTime_;
 };
 
 }  // namespace sentrel

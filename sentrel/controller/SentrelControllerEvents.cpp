@@ -1,7 +1,9 @@
-#include "sentrel/authui/SNAuthenticationView.h"
+#include <algorithm>
+#include <initializer_list>
+
 #include "sentrel/biometrics/SNTouchIDManager.h"
+#include "sentrel/bridge/Bridge.h"
 #include "sentrel/bridge/Notifications.h"
-#include "sentrel/bridge/SNUtils.h"
 #include "sentrel/controller/BiometricEvents.h"
 #include "sentrel/controller/SentrelController.h"
 #include "sentrel/controller/WatchVerdict.h"
@@ -11,8 +13,6 @@ namespace sentrel {
 namespace {
 
 constexpr Seconds glyphResetDelay{3};
-constexpr std::int64_t idleGlyphState = 0;
-constexpr std::int64_t exhaustedGlyphState = 1;
 constexpr std::int64_t oneTap = 1;
 
 constexpr std::string_view rule = "***************************************";
@@ -21,28 +21,33 @@ std::string describe(const std::shared_ptr<BiometricInterface>& interface) {
   return interface ? interface->description() : "(null)";
 }
 
-void logEvent(const std::shared_ptr<BiometricInterface>& interface, BiometricEvent event) {
-  SNUtils::logMessage("delegate: %@", describe(interface));
-  SNUtils::logMessage("eventCode: %ld", event);
+void logEvent(Bridge& bridge, const std::shared_ptr<BiometricInterface>& interface,
+              BiometricEvent event) {
+  bridge.logMessage("delegate: %@", describe(interface));
+  bridge.logMessage("eventCode: %ld", event);
+}
+
+bool isOneOf(GlyphState state, std::initializer_list<GlyphState> states) {
+  return std::ranges::find(states, state) != states.end();
 }
 
 }  // namespace
 
 void SentrelController::biometricKitInterfaceObserveEvent(
     const std::shared_ptr<BiometricInterface>& interface, BiometricEvent event) {
-  logEvent(interface, event);
+  logEvent(bridge_, interface, event);
 }
 
 void SentrelController::biometricKitInterfaceHandleEvent(
     const std::shared_ptr<BiometricInterface>& interface, BiometricEvent event) {
-  SNUtils::logMessage(rule);
-  logEvent(interface, event);
-  SNUtils::logMessage(rule);
-  const auto view = authenticationViewInUse();
+  bridge_.logMessage(rule);
+  logEvent(bridge_, interface, event);
+  bridge_.logMessage(rule);
+  const auto view = viewInUse();
   if (view && view->currentAuthenticationMode() == SNAuthenticationModePasscode) return;
-  if (isResult(event))
+  if (isResult(bridge_, event))
     handleResult(event);
-  else if (isFailedTry(event) && !lastResultWasMatch_)
+  else if (isFailedTry(bridge_, event) && !lastResultWasMatch_)
     handleFailedTry(event);
   else if (event == fingerLiftedEvent)
     handleFingerUp();
@@ -54,72 +59,75 @@ void SentrelController::biometricKitInterfaceHandleEvent(
 
 void SentrelController::handleFailedTry(BiometricEvent event) {
   setJustAuthenticated(false);
-  animateFingerPrintActions(
-      failedTryGlyphState(event), /*animated=*/true, whileAlive([event](SentrelController& self) {
-        self.animateFingerPrintActions(glyphStateAfterTry(event), /*animated=*/true,
-                                       self.whileAlive([](SentrelController& it) {
-                                         it.handleAuthenticationFailed(/*isFinal=*/false);
-                                       }));
-        self.scheduleGlyphReset();
-      }));
+  showGlyph(failedTryGlyphState(bridge_, event), /*animated=*/true,
+            whileAlive([event](SentrelController& self) {
+              self.showGlyph(glyphStateAfterTry(self.bridge_, event), /*animated=*/true,
+                             self.whileAlive([](SentrelController& it) {
+                               it.handleAuthenticationFailed(/*isFinal=*/false);
+                             }));
+              self.scheduleGlyphReset();
+            }));
 }
 
 void SentrelController::handleFingerUp() {
-  SNUtils::postDarwinNotification(notifications::touchIDFingerUp);
+  bridge_.postDarwinNotification(notifications::touchIDFingerUp);
   platform_.localCenter->post({std::string(notifications::touchIDFingerUp), std::nullopt});
   if (isPromptWaiting())
-    animateFingerPrintActions(idleGlyphState, /*animated=*/true, {});
+    showGlyph(GlyphState::idle, /*animated=*/true, {});
   else
     restSensor();
 }
 
 void SentrelController::handleAttemptsExhausted() {
   setJustAuthenticated(false);
-  animateFingerPrintActions(exhaustedGlyphState, /*animated=*/true,
-                            whileAlive([](SentrelController& self) { self.failPromptAndStop(); }));
+  showGlyph(GlyphState::exhausted, /*animated=*/true,
+            whileAlive([](SentrelController& self) { self.failPromptAndStop(); }));
 }
 
 void SentrelController::failPromptAndStop() {
-  SNTouchIDManager::sharedManager()->stopManager();
+  monitor_->stopManager();
   setInvocation(nullptr);
   handleAuthenticationFailed(/*isFinal=*/true);
   dismissAuthenticationViewController(/*animated=*/true);
   executeCompletionBlock(/*allowed=*/false, noEvent);
-  SNUtils::lockUI();
+  bridge_.lockUI();
 }
 
 // --- Results -------------------------------------------------------------------------------------
 
 void SentrelController::handleResult(BiometricEvent event) {
   lastResultWasMatch_ = event == matchEvent;
-  const auto [first, modified] = modifiedCode(event, endOfAttemptsEvent(platform_));
-  SNUtils::logMessage("1. eventCode: %ld & modifiedEventCode: %ld", event, first);
-  SNUtils::logMessage("2. eventCode: %ld & modifiedEventCode: %ld", event, modified);
+  const ResultGlyphStates states = resultGlyphStates(bridge_, event);
+  bridge_.logMessage("1. eventCode: %ld & modifiedEventCode: %ld", event,
+                     static_cast<std::int64_t>(states.first));
+  bridge_.logMessage("2. eventCode: %ld & modifiedEventCode: %ld", event,
+                     static_cast<std::int64_t>(states.last));
   if (isJustAuthenticated()) {
-    SNUtils::logMessage(
-        "Sentrel was authenticated just a moments ago, hence not doing anything...");
+    bridge_.logMessage("Sentrel was authenticated just a moments ago, hence not doing anything...");
     return restSensor();
   }
   setJustAuthenticated(event == matchEvent);
-  animateFingerPrintActions(modified, /*animated=*/true,
-                            whileAlive([event, modified = modified](SentrelController& self) {
-                              self.finishResult(event, modified);
-                            }));
-  if (SNUtils::isIOS11() && (modified == 2 || modified == 7 || modified == detectionEvent()))
+  const GlyphState shown = states.last;
+  showGlyph(shown, /*animated=*/true, whileAlive([event, shown](SentrelController& self) {
+              self.finishResult(event, shown);
+            }));
+  if (bridge_.isIOS11() &&
+      isOneOf(shown, {GlyphState::notRecognized, GlyphState::retry, detectionGlyphState(bridge_)}))
     scheduleGlyphReset();
 }
 
-void SentrelController::finishResult(BiometricEvent event, BiometricEvent modifiedCode) {
-  if (SNUtils::isIOS11() && (modifiedCode == 0 || modifiedCode == 2 || modifiedCode == 7))
+void SentrelController::finishResult(BiometricEvent event, GlyphState shown) {
+  if (bridge_.isIOS11() &&
+      isOneOf(shown, {GlyphState::idle, GlyphState::notRecognized, GlyphState::retry}))
     restartIfShowing();
   if (event == matchEvent)
     takeMatch();
-  else if (event == endOfAttemptsEvent(platform_) && settings_.isUnlockWithAppleWatch())
+  else if (event == endOfAttemptsEvent(bridge_) && settings_.isUnlockWithAppleWatch())
     askWatch();
 }
 
 void SentrelController::takeMatch() {
-  SNTouchIDManager::sharedManager()->stopManager();
+  monitor_->stopManager();
   invokeCustomInvocation();
   dismissAuthenticationViewController(/*animated=*/true);
   executeCompletionBlock(/*allowed=*/true, matchEvent);
@@ -141,10 +149,10 @@ void SentrelController::takeWatchAnswer(RequestNumber request, const PropertyLis
   if (!isInProgress(request) || !watchAllowsUnlock(answer)) return;
   vibrateAppleWatch(oneTap);
   // Another event may have restarted it while the watch was asked.
-  SNTouchIDManager::sharedManager()->stopManager();
+  monitor_->stopManager();
   setJustAuthenticated(true);
   invokeCustomInvocation();
-  if (SNUtils::canUseAlertView()) {
+  if (!surface().tellsWhenDismissed()) {
     dismissAuthenticationViewController(/*animated=*/true);
     return executeCompletionBlock(/*allowed=*/true, matchEvent);
   }
@@ -162,21 +170,21 @@ bool SentrelController::isPromptWaiting() {
 }
 
 void SentrelController::resetGlyph() {
-  if (isPromptWaiting()) animateFingerPrintActions(idleGlyphState, /*animated=*/true, {});
+  if (isPromptWaiting()) showGlyph(GlyphState::idle, /*animated=*/true, {});
 }
 
 void SentrelController::scheduleGlyphReset() {
   platform_.mainQueue->after(glyphResetDelay, whileAlive([](SentrelController& self) {
                                if (self.isPromptWaiting())
-                                 self.animateFingerPrintActions(glyphStateAfterTry(idleGlyphState),
-                                                                /*animated=*/true, {});
+                                 self.showGlyph(glyphStateAfterTry(self.bridge_),
+                                                /*animated=*/true, {});
                              }));
 }
 
 /// The sensor is held only for a prompt that is on screen. One whose request is over goes on the
 /// next turn, and nobody would stop the sensor after it.
 void SentrelController::restartIfShowing() {
-  if (completionBlock_ && isAlertShowing()) SNTouchIDManager::sharedManager()->startManager();
+  if (completionBlock_ && isAlertShowing()) monitor_->startManager();
 }
 
 }  // namespace sentrel

@@ -1,9 +1,6 @@
-#include "sentrel/authui/SNAlertController.h"
-#include "sentrel/authui/SNAlertView.h"
-#include "sentrel/authui/SNAuthenticationView.h"
 #include "sentrel/biometrics/SNTouchIDManager.h"
+#include "sentrel/bridge/Bridge.h"
 #include "sentrel/bridge/Notifications.h"
-#include "sentrel/bridge/SNUtils.h"
 #include "sentrel/controller/BiometricEvents.h"
 #include "sentrel/controller/SentrelController.h"
 
@@ -25,19 +22,19 @@ void SentrelController::executeCompletionBlock(bool allowed, BiometricEvent obse
   const bool isMatch = observeEvent == matchEvent;
   setJustAuthenticated(isMatch);
   if (isMatch)
-    if (const auto view = authenticationViewInUse()) view->hideKeyboard();
+    if (const auto view = viewInUse()) view->hideKeyboard();
   // Taken out before it is called: what it does cannot end the request a second time.
   ++request_;
   if (const auto completion = std::exchange(completionBlock_, nullptr))
     completion(isMatch, allowed);
-  SNUtils::postDarwinNotification(isMatch ? notifications::authenticationSuccess
-                                          : notifications::authenticationCancelled);
+  bridge_.postDarwinNotification(isMatch ? notifications::authenticationSuccess
+                                         : notifications::authenticationCancelled);
 }
 
 void SentrelController::handleAuthentication(bool success) {
   const auto handler = std::exchange(completionHandler_, nullptr);
   if (!handler) return;
-  SNUtils::logMessage("going to call completionHandler(), success: %d", success);
+  bridge_.logMessage("going to call completionHandler(), success: %d", success);
   handler(success, success);
 }
 
@@ -46,11 +43,11 @@ void SentrelController::passcodeMatchedSuccessfully() {
 }
 
 void SentrelController::passcodeMatched(bool matched, bool animated) {
-  const auto view = authenticationViewInUse();
+  const auto view = viewInUse();
   if (view) view->hideKeyboard();
   if (isAlertShowing()) {
     if (matched) {
-      SNTouchIDManager::sharedManager()->stopManager();
+      monitor_->stopManager();
       invokeCustomInvocation();
     } else {
       setInvocation(nullptr);
@@ -64,7 +61,7 @@ void SentrelController::passcodeMatched(bool matched, bool animated) {
 void SentrelController::invokeCustomInvocation() {
   const auto invocation = std::exchange(invocation_, nullptr);
   if (!invocation) return;
-  SNUtils::setCurrentAuthenticatedAppBundleId(invocation->argumentBundleIdentifier());
+  bridge_.setCurrentAuthenticatedAppBundleId(invocation->argumentBundleIdentifier());
   invocation->invoke();
 }
 
@@ -73,16 +70,15 @@ void SentrelController::invokeCustomInvocation() {
 void SentrelController::handleAuthenticationFailed(bool isFinal) {
   if (!isAlertShowing()) return;
   vibrateOnError();
-  const std::shared_ptr<UIView> shaken = legacyAlert_ ? legacyAlert_
-                                         : alert_     ? alert_->view()
-                                                      : nullptr;
+  const PromptSurface* shown = shownSurface();
+  const std::shared_ptr<UIView> shaken = shown ? shown->shakenView() : nullptr;
   if (!shaken) return;
   shaken->setTransform(CGAffineTransform::makeTranslation(shakeDistance, 0));
   UIView::animateWithDuration(
       shakeDuration, Seconds(0), shakeDamping, shakeVelocity,
       [&shaken] { shaken->setTransform(CGAffineTransform()); },
       whileAlive([isFinal](SentrelController& self, bool finished) {
-        if (!finished || isFinal || !SNUtils::isIOS11()) return;
+        if (!finished || isFinal || !self.bridge_.isIOS11()) return;
         self.platform_.mainQueue->after(
             restartDelay, self.whileAlive([](SentrelController& it) { it.restartIfShowing(); }));
       }));

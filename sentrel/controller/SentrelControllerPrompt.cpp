@@ -1,35 +1,11 @@
 #include <chrono>
 
-#include "sentrel/authui/SNAlertController.h"
-#include "sentrel/authui/SNAlertView.h"
-#include "sentrel/authui/SNAuthenticationViewController.h"
-#include "sentrel/authui/SNWindow.h"
 #include "sentrel/biometrics/SNTouchIDManager.h"
-#include "sentrel/bridge/SNUtils.h"
+#include "sentrel/bridge/Bridge.h"
 #include "sentrel/controller/BiometricEvents.h"
 #include "sentrel/controller/SentrelController.h"
 
 namespace sentrel {
-namespace {
-
-/// What a new prompt waits for when none is on screen, and how long after it was presented its
-/// keyboard is looked at again.
-constexpr Seconds shortDelay{0.1};
-
-constexpr std::string_view productName = "Sentrel";
-constexpr std::string_view cancelTitle = "Cancel";
-constexpr std::string_view enterPasscodeTitle = "Enter Passcode";
-
-std::string localized(std::string_view key) {
-  return std::string(SNUtils::localizedString(key));
-}
-
-/// The overlay window, if `presenter` presents from there; else null.
-std::shared_ptr<SNWindow> overlayOf(const SentrelController::Presenter& presenter) {
-  return presenter ? std::dynamic_pointer_cast<SNWindow>(presenter->view()->window()) : nullptr;
-}
-
-}  // namespace
 
 void SentrelController::showAuthenticationViewController(const Text& title, const Text& message,
                                                          const Presenter& delegate,
@@ -42,7 +18,7 @@ void SentrelController::showAuthenticationViewController(const Text& title, cons
                                                          bool forceTouch, const Presenter& delegate,
                                                          Completion completion) {
   const auto delay =
-      std::chrono::duration_cast<std::chrono::nanoseconds>(SNUtils::dispatchDelayFromCC());
+      std::chrono::duration_cast<std::chrono::nanoseconds>(bridge_.dispatchDelayFromCC());
   platform_.mainQueue->after(
       delay, whileAlive([title, message, forceTouch, delegate,
                          completion = std::move(completion)](SentrelController& self) {
@@ -51,31 +27,46 @@ void SentrelController::showAuthenticationViewController(const Text& title, cons
       }));
 }
 
-void SentrelController::begin(Prompt prompt, Completion completion) {
+void SentrelController::begin(Request request, Completion completion) {
   completionBlock_ = [completion = std::move(completion)](bool authenticated, bool allowed) {
     if (completion) completion(authenticated, allowed);
   };
   startSentrelEvents();
-  const bool isLegacy = SNUtils::canUseAlertView();
-  if (!isLegacy) {
-    const auto controller = SNAuthenticationViewController::sharedInstance();
-    if (controller->currentAuthenticationMode() == SNAuthenticationModePasscode &&
-        !prompt.isPasscodeForced)
-      controller->toggleAuthenticationModes();
-  }
+  PromptSurface& chosen = surface();
+  chosen.prepare(request.isPasscodeForced);
   // A request that is over, or was replaced, by the time its prompt is due has none: nobody would
   // own it.
-  const auto show = whileAlive([prompt = std::move(prompt), isLegacy](SentrelController& self) {
-    if (!self.isInProgress(prompt.request)) return;
-    isLegacy ? self.showLegacyAlert(prompt) : self.presentAlert(prompt);
+  const auto show = whileAlive([request = std::move(request), &chosen](SentrelController& self) {
+    if (self.isInProgress(request.number)) self.show(request, chosen);
   });
   // An application asks the home screen whether a prompt shows, but its own goes in any case.
-  if (alertController() && (isOwnPromptShowing() || isAlertShowing()))
+  if (shownSurface() && (isOwnPromptShowing() || isAlertShowing()))
     dismissAuthenticationViewController(/*animated=*/true, show);
-  else if (isLegacy)
-    show();
+  else if (const auto wait = chosen.waitBeforeShowing())
+    platform_.mainQueue->after(*wait, show);
   else
-    platform_.mainQueue->after(shortDelay, show);
+    show();
+}
+
+void SentrelController::show(const Request& request, PromptSurface& surface) {
+  for (const auto& each : {surfaces_.alert.get(), surfaces_.legacy.get()})
+    each->forget();
+  surface.show({
+      .title = request.title,
+      .message = request.message,
+      .isPasscodeForced = request.isPasscodeForced,
+      .canSwitch = hasStoredPasscode() && !request.isPasscodeForced,
+      .glyph = restingGlyphState(bridge_),
+      .owner = weak_from_this(),
+      .presenter = request.presenter,
+      .onSwitch = whileAlive([](SentrelController& self) { self.switchModes(); }),
+      .onCancel = whileAlive([number = request.number](SentrelController& self) {
+        // The button's alert may be gone for long, and another request in progress.
+        if (self.isInProgress(number)) self.cancel();
+      }),
+      .onSettled =
+          whileAlive([request](SentrelController& self) { self.applyKeyboardRule(request); }),
+  });
 }
 
 bool SentrelController::hasStoredPasscode() const {
@@ -83,118 +74,53 @@ bool SentrelController::hasStoredPasscode() const {
   return passcode && !passcode->empty();
 }
 
-// --- Alert controller ----------------------------------------------------------------------------
-
-void SentrelController::presentAlert(const Prompt& prompt) {
-  legacyAlert_ = nullptr;
-  alert_ = SNAlertController::alertControllerWithTitle(localized(productName), std::nullopt,
-                                                       UIAlertControllerStyle::alert);
-  const auto controller = SNAuthenticationViewController::sharedInstance();
-  alert_->setContentViewController(controller);
-  controller->setDelegate(weak_from_this());
-  if (prompt.isPasscodeForced)
-    controller->switchToPasscodeView();
-  else
-    animateFingerPrintActions(restingGlyphState(), /*animated=*/false, {});
-  controller->setup(prompt.title, prompt.message);
-  addActions(*alert_, prompt);
-  presentAlertFromDelegate(prompt);
-  platform_.mainQueue->after(shortDelay, whileAlive([prompt](SentrelController& self) {
-                               self.applyKeyboardRule(prompt);
-                             }));
-}
-
-void SentrelController::presentAlertFromDelegate(const Prompt& prompt) {
-  const auto applyKeyboardRule =
-      whileAlive([prompt](SentrelController& self) { self.applyKeyboardRule(prompt); });
-  // A prompt that went meanwhile has hidden the overlay window, which would hide this one too.
-  if (const auto overlay = overlayOf(prompt.delegate))
-    overlay->presentViewController(alert_, /*animated=*/true, applyKeyboardRule);
-  else if (prompt.delegate)
-    prompt.delegate->presentViewController(alert_, /*animated=*/true, applyKeyboardRule);
-}
-
-void SentrelController::addActions(SNAlertController& alert, const Prompt& prompt) {
-  if (hasStoredPasscode() && !prompt.isPasscodeForced)
-    alert.addAction(UIAlertAction::actionWithTitle(
-        localized(enterPasscodeTitle), UIAlertActionStyle::standard,
-        whileAlive([](SentrelController& self, const auto&) { self.switchModes(); })));
-  alert.addAction(UIAlertAction::actionWithTitle(
-      localized(cancelTitle), UIAlertActionStyle::cancel,
-      whileAlive([request = prompt.request](SentrelController& self, const auto&) {
-        // The button's alert may be gone for long, and another request in progress.
-        if (self.isInProgress(request)) self.cancel();
-      })));
-}
-
 void SentrelController::cancel() {
   setInvocation(nullptr);
   dismissAuthenticationViewController(/*animated=*/true);
   executeCompletionBlock(/*allowed=*/false, noEvent);
-  SNTouchIDManager::sharedManager()->stopManager();
+  monitor_->stopManager();
 }
 
-void SentrelController::applyKeyboardRule(const Prompt& prompt) {
-  if (!isInProgress(prompt.request)) return;
-  const auto view = authenticationViewInUse();
+void SentrelController::applyKeyboardRule(const Request& request) {
+  if (!isInProgress(request.number)) return;
+  const auto view = viewInUse();
   if (!view) return;
-  prompt.isPasscodeForced ? view->showKeyboard() : view->hideKeyboard();
-}
-
-// --- Legacy alert --------------------------------------------------------------------------------
-
-void SentrelController::showLegacyAlert(const Prompt& prompt) {
-  alert_ = nullptr;
-  legacyAlert_ = std::make_shared<SNAlertView>(localized(productName), std::nullopt,
-                                               weak_from_this(), localized(cancelTitle));
-  const auto view = SNAuthenticationView::sharedInstance();
-  view->setup(prompt.title, prompt.message);
-  view->setDelegate(weak_from_this());
-  legacyAlert_->setAuthView(view);
-  if (hasStoredPasscode() && !prompt.isPasscodeForced)
-    legacyAlert_->addButtonWithTitle(localized(enterPasscodeTitle));
-  if (view->currentAuthenticationMode() == SNAuthenticationModePasscode && !prompt.isPasscodeForced)
-    view->toggleAuthenticationModes();
-  else
-    view->hideKeyboard();
-  if (prompt.isPasscodeForced)
-    view->switchToPasscodeView();
-  else
-    animateFingerPrintActions(restingGlyphState(), /*animated=*/false, {});
-  legacyAlert_->show();
-  applyKeyboardRule(prompt);
+  request.isPasscodeForced ? view->showKeyboard() : view->hideKeyboard();
 }
 
 void SentrelController::alertView(UIAlertView& alertView, int didDismissWithButtonIndex) {
   // An alert tells of its dismissal late: it may have been dismissed from here, or replaced.
-  if (&alertView != legacyAlert_.get()) return;
+  if (&alertView != surfaces_.legacy->alert().get()) return;
   if (didDismissWithButtonIndex != alertView.cancelButtonIndex()) return switchModes();
-  SNTouchIDManager::sharedManager()->stopManager();
+  monitor_->stopManager();
   setInvocation(nullptr);
   dismissAuthenticationViewController(/*animated=*/true);
   executeCompletionBlock(/*allowed=*/false, noEvent);
 }
 
-// --- Both ----------------------------------------------------------------------------------------
+// --- The surfaces --------------------------------------------------------------------------------
 
-std::shared_ptr<SNAuthenticationView> SentrelController::authenticationViewInUse() const {
-  if (SNUtils::canUseAlertView()) return legacyAlert_ ? legacyAlert_->authView() : nullptr;
-  const auto controller = SNAuthenticationViewController::sharedInstance();
-  return {controller, &controller->authenticationView()};
+PromptSurface& SentrelController::surface() const {
+  return bridge_.canUseAlertView() ? *surfaces_.legacy : *surfaces_.alert;
+}
+
+PromptSurface* SentrelController::shownSurface() const {
+  if (surfaces_.alert->alert()) return surfaces_.alert.get();
+  return surfaces_.legacy->alert() ? surfaces_.legacy.get() : nullptr;
 }
 
 /// Between the glyph and the passcode.
 void SentrelController::switchModes() {
-  animateFingerPrintActions(restingGlyphState(), /*animated=*/false, {});
-  if (SNUtils::supportsFaceID())
+  showGlyph(restingGlyphState(bridge_), /*animated=*/false, {});
+  if (bridge_.supportsFaceID())
     platform_.mainQueue->async(whileAlive([](SentrelController& self) { self.followMode(); }));
-  if (const auto view = authenticationViewInUse()) view->toggleAuthenticationModes();
+  if (const auto view = viewInUse()) view->toggleAuthenticationModes();
 }
 
 /// A face would be found by itself, and end the prompt while its owner types: the sensor rests
 /// meanwhile.
 void SentrelController::followMode() {
-  const auto view = authenticationViewInUse();
+  const auto view = viewInUse();
   if (!view || view->currentAuthenticationMode() != SNAuthenticationModePasscode) {
     if (completionBlock_) startSentrelEvents();
     return;
@@ -205,24 +131,25 @@ void SentrelController::followMode() {
 /// Stops the sensor under a prompt that stays. Every stop closes the overlay window, and the prompt
 /// may be in it.
 void SentrelController::restSensor() {
-  SNTouchIDManager::sharedManager()->stopManager();
-  const auto presenter = alert_ && completionBlock_ ? alert_->presentingViewController() : nullptr;
-  if (const auto overlay = overlayOf(presenter)) overlay->setHidden(false);
+  monitor_->stopManager();
+  if (const PromptSurface* shown = completionBlock_ ? shownSurface() : nullptr)
+    shown->keepVisible();
+}
+
+void SentrelController::showGlyph(GlyphState state, bool animated,
+                                  std::function<void()> completion) {
+  surface().animateGlyph(state, animated, std::move(completion));
 }
 
 void SentrelController::animateFingerPrintActions(std::int64_t state, bool animated,
                                                   std::function<void()> completionHandler) {
-  const auto view = authenticationViewInUse();
-  if (!SNUtils::canUseAlertView())
-    return view->animateFingerPrintActions(state, animated, std::move(completionHandler));
-  if (view) view->animateFingerPrintActions(state, animated, {});
-  if (completionHandler) platform_.mainQueue->after(shortDelay, std::move(completionHandler));
+  showGlyph(static_cast<GlyphState>(state), animated, std::move(completionHandler));
 }
 
 void SentrelController::dismissAuthenticationViewController(bool animated) {
   dismissAuthenticationViewController(animated, whileAlive([](SentrelController& self) {
-                                        self.animateFingerPrintActions(restingGlyphState(),
-                                                                       /*animated=*/false, {});
+                                        self.showGlyph(restingGlyphState(self.bridge_),
+                                                       /*animated=*/false, {});
                                       }));
 }
 
@@ -239,15 +166,8 @@ void SentrelController::dismissAuthenticationViewController(bool animated,
 }
 
 void SentrelController::dismissNow(bool animated, std::function<void()> completion) {
-  if (const auto view = authenticationViewInUse()) view->hideKeyboard();
-  // Forgotten first: what the dismissal sets off no longer finds the prompt.
-  if (const auto alert = std::exchange(alert_, nullptr))
-    return alert->dismissViewControllerAnimated(animated, std::move(completion));
-  const auto legacyAlert = legacyAlert_;
-  legacyAlert->dismissWithClickedButtonIndex(legacyAlert->cancelButtonIndex(), animated);
-  if (completion) completion();
-  // The completion still reaches the alert's view, and may have shown another alert.
-  if (legacyAlert == legacyAlert_) legacyAlert_ = nullptr;
+  if (const auto view = viewInUse()) view->hideKeyboard();
+  shownSurface()->dismiss(animated, std::move(completion));
 }
 
 }  // namespace sentrel

@@ -1,5 +1,5 @@
 #include "sentrel/authui/SNWindow.h"
-#include "sentrel/bridge/Ask.h"
+#include "sentrel/bridge/Bridge.h"
 #include "sentrel/controller/SentrelController.h"
 #include "sentrel/settings/ServiceNames.h"
 
@@ -35,8 +35,8 @@ SentrelController::Completion SentrelController::recording(
 void SentrelController::requiresAuthentication(const std::string& bundleIdentifier,
                                                const Presenter& delegate, Completion completion) {
   if (!settings_.isAppProtected(bundleIdentifier)) return allowUnasked(completion);
-  showAuthenticationViewController(SNUtils::appName(bundleIdentifier),
-                                   SNUtils::authenticationMessage(), delegate,
+  showAuthenticationViewController(bridge_.appName(bundleIdentifier),
+                                   bridge_.authenticationMessage(), delegate,
                                    recording(std::move(completion), always(bundleIdentifier)));
 }
 
@@ -44,7 +44,7 @@ void SentrelController::requiresAuthenticationForSystemService(const std::string
                                                                const Presenter& delegate,
                                                                Completion completion) {
   if (!settings_.isSystemServiceProtected(service)) return allowUnasked(completion);
-  showAuthenticationViewController(SNUtils::appName(service), SNUtils::authenticationMessage(),
+  showAuthenticationViewController(bridge_.appName(service), bridge_.authenticationMessage(),
                                    delegate, recording(std::move(completion), always(service)));
 }
 
@@ -53,9 +53,9 @@ void SentrelController::requiresAuthenticationForFolder(const std::shared_ptr<SB
                                                         Completion completion) {
   if (!folder || !settings_.isFolderProtected(*folder)) return allowUnasked(completion);
   showAuthenticationViewController(
-      folder->displayName(), SNUtils::authenticationMessage(), delegate,
-      recording(std::move(completion), [folder]() -> std::optional<SessionKey> {
-        return SessionKey::record(SNUtils::folderRecord(*folder));
+      folder->displayName(), bridge_.authenticationMessage(), delegate,
+      recording(std::move(completion), [&bridge = bridge_, folder]() -> std::optional<SessionKey> {
+        return SessionKey::record(bridge.folderRecord(*folder));
       }));
 }
 
@@ -68,8 +68,8 @@ void SentrelController::requiresAuthenticationForItem(const Text& title, const T
 /// A service is known by its localised name, which is its prompt's title too.
 void SentrelController::promptForService(std::string_view service, const Presenter& delegate,
                                          Completion completion) {
-  const std::string title(SNUtils::localizedString(service));
-  requiresAuthenticationForItem(title, SNUtils::authenticationMessage(), delegate,
+  const std::string title(bridge_.localizedString(service));
+  requiresAuthenticationForItem(title, bridge_.authenticationMessage(), delegate,
                                 recording(std::move(completion), always(title)));
 }
 
@@ -104,7 +104,7 @@ void SentrelController::requiresAuthenticationForFlipSwitch(const std::string& s
   const auto& panel = platform_.switchPanel;
   requiresAuthenticationForItem(
       panel ? panel->titleForSwitchIdentifier(switchIdentifier) : std::nullopt,
-      SNUtils::authenticationMessage(), delegate,
+      bridge_.authenticationMessage(), delegate,
       recording(std::move(completion), always(switchIdentifier)));
 }
 
@@ -112,7 +112,7 @@ void SentrelController::requiresAuthenticationForSpecifier(
     const std::shared_ptr<PSSpecifier>& specifier, const Presenter& delegate,
     Completion completion) {
   requiresAuthenticationForItem(
-      specifier ? specifier->name() : std::nullopt, SNUtils::authenticationMessage(), delegate,
+      specifier ? specifier->name() : std::nullopt, bridge_.authenticationMessage(), delegate,
       recording(std::move(completion),
                 always(keyOf(specifier ? specifier->identifier() : std::nullopt))));
 }
@@ -121,17 +121,18 @@ void SentrelController::requiresAuthenticationForSpecifier(
     const std::shared_ptr<PSSpecifier>& specifier, const Text& title, const Presenter& delegate,
     Completion completion) {
   auto key = specifier ? std::optional(SessionKey::object(specifier)) : std::nullopt;
-  requiresAuthenticationForItem(title, SNUtils::authenticationMessage(), delegate,
+  requiresAuthenticationForItem(title, bridge_.authenticationMessage(), delegate,
                                 recording(std::move(completion), always(std::move(key))));
 }
 
 void SentrelController::requiresAuthenticationForPhotos(const Presenter& delegate,
                                                         Completion completion) {
-  if (SNUtils::isSpringBoard() || SNUtils::isIOS11())
+  if (bridge_.isSpringBoard() || bridge_.isIOS11())
     return promptForService(service_names::photos, delegate, std::move(completion));
   completionHandler_ = std::move(completion);
-  ask<messages::HandleAuthentication>({std::string(SNUtils::localizedString(service_names::photos)),
-                                       SNUtils::authenticationMessage().value_or("")});
+  bridge_.ask<messages::HandleAuthentication>(
+      {std::string(bridge_.localizedString(service_names::photos)),
+       bridge_.authenticationMessage().value_or("")});
 }
 
 void SentrelController::requiresAuthenticationForLockscreenNotifications(const Presenter& delegate,
@@ -149,13 +150,13 @@ void SentrelController::requiresAuthentication(const Text& title, const Text& me
                                                Completion completion) {
   platform_.mainQueue->async(
       whileAlive([title, message, completion = std::move(completion)](SentrelController& self) {
-        const auto window = SNWindow::sharedInstance();
+        const auto window = self.overlayWindow_();
         window->setHidden(false);
         const auto recorded = self.recording(completion, always(keyOf(title)));
         self.requiresAuthenticationForItem(title, message, window->rootViewController(),
-                                           [recorded](bool authenticated, bool allowed) {
+                                           [recorded, window](bool authenticated, bool allowed) {
                                              recorded(authenticated, allowed);
-                                             SNWindow::sharedInstance()->closeWindow();
+                                             window->closeWindow();
                                            });
       }));
 }

@@ -4,9 +4,9 @@
 #include <string_view>
 #include <utility>
 
-#include "sentrel/Process.h"
 #include "sentrel/bridge/SNUtils.h"
 #include "sentrel/uikit/UIAlertController.h"
+#include "sentrel/uikit/UIApplication.h"
 
 namespace sentrel {
 namespace {
@@ -45,7 +45,7 @@ void sn__showError(UIViewController& controller, const std::string& message,
 void sn__showAlertWithTitle(UIViewController& controller, const std::string& title,
                             const std::string& alertMessage, std::function<void()> ok) {
   const std::weak_ptr<UIResponder> weakController = controller.weak_from_this();
-  Process::current().platform().mainQueue->async(
+  UIApplication::sharedApplication().platform().mainQueue->async(
       [weakController, title, alertMessage, ok = std::move(ok)] {
         const auto presenter = std::static_pointer_cast<UIViewController>(weakController.lock());
         if (presenter) present(*presenter, title, alertMessage, ok);

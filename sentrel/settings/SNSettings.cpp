@@ -2,9 +2,8 @@
 
 #include <utility>
 
-#include "sentrel/Process.h"
+#include "sentrel/bridge/Bridge.h"
 #include "sentrel/bridge/Notifications.h"
-#include "sentrel/bridge/SNUtils.h"
 #include "sentrel/settings/SettingsKeys.h"
 
 namespace sentrel {
@@ -12,59 +11,33 @@ namespace {
 
 namespace keys = settings_keys;
 
-template <class T>
-struct Entry {
-  std::string_view key;
-  T SettingsValues::*value;
-};
+// What an entry that the file holds, or null, reads as; each as leniently as its type allows.
 
-constexpr Entry<bool> flags[] = {
-    {keys::enabled, &SettingsValues::sentrelEnabled},
-    {keys::vibrateOnError, &SettingsValues::vibrateOnError},
-    {keys::iconArrangement, &SettingsValues::appArrangementProtected},
-    {keys::protection3DTouch, &SettingsValues::is3DTouchProtected},
-    {keys::appSwitcher, &SettingsValues::appSwitcherProtected},
-    {keys::respring, &SettingsValues::respringProtected},
-    {keys::reboot, &SettingsValues::rebootProtected},
-    {keys::unlockWithWatch, &SettingsValues::unlockWithAppleWatch},
-    {keys::usePasscodeOnly, &SettingsValues::usePasscodeOnly},
-    {keys::callerIDOn, &SettingsValues::callerIDProtected},
-    {keys::callerIDAllowAnswer, &SettingsValues::callerIDProtectedAllowAnswer},
-    {keys::callerIDOnlyForContacts, &SettingsValues::callerIDProtectedForContactsOnly},
-    {keys::callerIDRemoveFromLockScreen, &SettingsValues::callerIDProtectedRemoveFromLockScreen},
-    {keys::callerIDHideOnAttentionAway, &SettingsValues::hideCallerInfoOnAttentionAway},
-    {keys::showNotificationAlert, &SettingsValues::showNotificationAlert},
-    {keys::remember, &SettingsValues::rememberUnlockSession},
-    {keys::rememberUntilDeviceLocked, &SettingsValues::rememberUnlockUntilDeviceLocked},
-    {keys::applyUnlockSession, &SettingsValues::applyUnlockSessionToAll},
-    {keys::photosProtected, &SettingsValues::photosProtected},
-    {keys::quitProtectedFolderOnAppLaunch, &SettingsValues::quitProtectedFolderOnAppLaunch},
-    {keys::allFoldersProtected, &SettingsValues::allFoldersProtected},
-    {keys::blurEffectsOn, &SettingsValues::blurEffectsOn},
-    {keys::enableLogging, &SettingsValues::loggingEnabled},
-};
+void load(bool& value, const PropertyList* stored, const SettingsDefault& fallback) {
+  value = stored ? stored->boolValue() : std::get<bool>(fallback);
+}
 
-constexpr Entry<std::optional<std::string>> texts[] = {
-    {keys::passcode, &SettingsValues::passcode},
-    {keys::callerNameText, &SettingsValues::callerNameText},
-    {keys::callerLabelText, &SettingsValues::callerLabelText},
-    {keys::blurEffectsText, &SettingsValues::blurEffectText},
-};
+/// In single precision, as it always was.
+void load(double& value, const PropertyList* stored, const SettingsDefault& fallback) {
+  value = stored ? stored->floatValue() : std::get<double>(fallback);
+}
 
-std::optional<std::string> textOf(const PropertyList* value) {
-  const auto* text = value ? value->as<std::string>() : nullptr;
-  return text ? std::optional(*text) : std::nullopt;
+void load(std::int64_t& value, const PropertyList* stored, const SettingsDefault& fallback) {
+  value = stored ? stored->integerValue() : std::get<std::int64_t>(fallback);
+}
+
+/// What stands for a text that is not there is chosen when it is shown.
+void load(std::optional<std::string>& value, const PropertyList* stored, const SettingsDefault&) {
+  const auto* text = stored ? stored->as<std::string>() : nullptr;
+  value = text ? std::optional(*text) : std::nullopt;
 }
 
 }  // namespace
 
-SNSettings::SNSettings(Platform& platform, UnlockSessions& sessions, SNWiFiManager& wifiManager)
-    : platform_(platform), sessions_(sessions), wifiManager_(wifiManager) {
+SNSettings::SNSettings(Platform& platform, Bridge& bridge, UnlockSessions& sessions,
+                       SNWiFiManager& wifiManager)
+    : platform_(platform), bridge_(bridge), sessions_(sessions), wifiManager_(wifiManager) {
   loadSettings();
-}
-
-SNSettings& SNSettings::sharedSettings() {
-  return Process::current().settings();
 }
 
 void SNSettings::loadSettings() {
@@ -74,33 +47,30 @@ void SNSettings::loadSettings() {
 
 void SNSettings::loadSettings(const PropertyList::Dictionary& file) {
   flipSwitchInstalled_.reset();
-  loadValues(file);
-  loadLists(file);
+  for (const SettingsKey& key : allSettingsKeys()) {
+    const PropertyList* stored = find(file, key.name);
+    std::visit([&](const auto& field) { load(field, stored, key.fallback); }, key.field);
+  }
 }
 
-void SNSettings::loadValues(const PropertyList::Dictionary& file) {
-  for (const auto& [key, value] : flags) {
-    const PropertyList* stored = find(file, key);
-    values_.*value = stored && stored->boolValue();
-  }
-  for (const auto& [key, value] : texts)
-    values_.*value = textOf(find(file, key));
-  const PropertyList* minutes = find(file, keys::rememberTime);
-  values_.rememberUnlockSessionTime = minutes ? minutes->floatValue() : 0;
-  const PropertyList* style = find(file, keys::blurEffectType);
-  values_.blurEffectStyle = style ? style->integerValue() : 0;
+template <class T>
+void SNSettings::load(T SettingsValues::*field, const PropertyList* stored,
+                      const SettingsDefault& fallback) {
+  sentrel::load(values_.*field, stored, fallback);
 }
 
-void SNSettings::loadLists(const PropertyList::Dictionary& file) {
-  for (std::size_t i = 0; i < itemSetCount; ++i) {
-    const auto set = static_cast<ItemSet>(i);
-    setItems(set, ProtectedItems(find(file, itemSetKey(set))));
-  }
-  // What the file does not hold stays in memory.
-  if (const auto* folders = find<PropertyList::Array>(file, keys::folders))
-    setEnabledFolders(*folders);
-  if (const auto* networks = find<PropertyList::Array>(file, keys::trustedNetworks))
-    setWifiNetworks(*networks);
+void SNSettings::load(ItemSet set, const PropertyList* stored, const SettingsDefault&) {
+  setItems(set, ProtectedItems(stored));
+}
+
+/// What the file does not hold stays in memory.
+void SNSettings::load(SettingsList list, const PropertyList* stored, const SettingsDefault&) {
+  const auto* entries = stored ? stored->as<PropertyList::Array>() : nullptr;
+  if (!entries) return;
+  if (list == SettingsList::folders)
+    setEnabledFolders(*entries);
+  else
+    setWifiNetworks(*entries);
 }
 
 bool SNSettings::updateSettingsData(std::string_view key, std::optional<PropertyList> data,
@@ -113,7 +83,7 @@ bool SNSettings::updateSettingsData(std::string_view key, std::optional<Property
   else
     file->erase(std::string(key));
   if (!platform_.propertyListFiles->writeDictionary(path, *file)) return false;
-  if (postNotification) SNUtils::postDarwinNotification(notifications::settingsChanged);
+  if (postNotification) bridge_.postDarwinNotification(notifications::settingsChanged);
   return true;
 }
 
@@ -135,22 +105,25 @@ bool SNSettings::shouldUsePasscodeOnly() const noexcept {
   return values_.usePasscodeOnly && values_.passcode && !values_.passcode->empty();
 }
 
+std::string SNSettings::shown(const std::optional<std::string>& text, std::string_view key) const {
+  if (text) return *text;
+  return std::string(platform_.mainBundle->localizedString(fallbackText(key)));
+}
+
 std::string SNSettings::callerNameText() const {
-  if (values_.callerNameText) return *values_.callerNameText;
-  return std::string(platform_.mainBundle->localizedString("Someone is calling you"));
+  return shown(values_.callerNameText, keys::callerNameText);
 }
 
 std::string SNSettings::callerLabelText() const {
-  if (values_.callerLabelText) return *values_.callerLabelText;
-  return std::string(platform_.mainBundle->localizedString("Unknown"));
+  return shown(values_.callerLabelText, keys::callerLabelText);
 }
 
 std::string SNSettings::blurEffectText() const {
-  return values_.blurEffectText ? *values_.blurEffectText : sentrelLabelText();
+  return shown(values_.blurEffectText, keys::blurEffectsText);
 }
 
 std::string SNSettings::sentrelLabelText() const {
-  return std::string(platform_.mainBundle->localizedString("Protected by Sentrel"));
+  return shown(std::nullopt, keys::blurEffectsText);
 }
 
 }  // namespace sentrel

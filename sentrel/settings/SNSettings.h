@@ -7,16 +7,17 @@
 #include <string_view>
 #include <utility>
 
-#include "sentrel/bridge/BridgeSettings.h"
 #include "sentrel/platform/Platform.h"
 #include "sentrel/settings/FolderRecord.h"
 #include "sentrel/settings/ProtectedItems.h"
 #include "sentrel/settings/ProtectedServices.h"
+#include "sentrel/settings/SettingsKeys.h"
 #include "sentrel/settings/SettingsValues.h"
 #include "sentrel/settings/UnlockSessions.h"
 
 namespace sentrel {
 
+class Bridge;
 class SNWiFiManager;
 
 /// The user's choices in memory, the only writer of the settings file inside the library, and the
@@ -28,10 +29,11 @@ class SNWiFiManager;
 ///
 /// Nothing reports an error: a file that is missing or cannot be read gives the defaults, and is
 /// never created or overwritten. Main thread only, but for sharedSettings.
-class SENTREL_API SNSettings final : public BridgeSettings {
+class SENTREL_API SNSettings final {
  public:
   /// Loads the settings file. What is handed in outlives the settings.
-  SNSettings(Platform& platform, UnlockSessions& sessions, SNWiFiManager& wifiManager);
+  SNSettings(Platform& platform, Bridge& bridge, UnlockSessions& sessions,
+             SNWiFiManager& wifiManager);
   SNSettings(const SNSettings&) = delete;
   SNSettings& operator=(const SNSettings&) = delete;
 
@@ -102,10 +104,10 @@ class SENTREL_API SNSettings final : public BridgeSettings {
   void setAllFoldersProtected(bool value) noexcept { values_.allFoldersProtected = value; }
   bool isBlurEffectsOn() const noexcept { return values_.blurEffectsOn; }
   void setBlurEffectsOn(bool value) noexcept { values_.blurEffectsOn = value; }
-  bool isLoggingEnabled() const noexcept override { return values_.loggingEnabled; }
+  bool isLoggingEnabled() const noexcept { return values_.loggingEnabled; }
   void setLoggingEnabled(bool value) noexcept { values_.loggingEnabled = value; }
 
-  bool shouldUsePasscodeOnly() const noexcept override;
+  bool shouldUsePasscodeOnly() const noexcept;
   void setUsePasscodeOnly(bool value) noexcept { values_.usePasscodeOnly = value; }
 
   /// Minutes.
@@ -342,11 +344,6 @@ class SENTREL_API SNSettings final : public BridgeSettings {
   bool hasWiFiNetwork(std::string_view name) const;
 
  private:
-  /// The sets of protected items, in the order in which they are loaded.
-  enum class ItemSet { applications, notificationApps, settings, flipSwitches, controlCenterItems };
-  static constexpr std::size_t itemSetCount = 5;
-
-  static std::string_view itemSetKey(ItemSet set) noexcept;
   const ProtectedItems& items(ItemSet set) const noexcept {
     return itemSets_[static_cast<std::size_t>(set)];
   }
@@ -386,10 +383,16 @@ class SENTREL_API SNSettings final : public BridgeSettings {
   bool writeFolders();
   const PropertyList* lastFolderWith(std::string_view bundleIdentifier) const;
 
-  void loadValues(const PropertyList::Dictionary& file);
-  void loadLists(const PropertyList::Dictionary& file);
+  template <class T>
+  void load(T SettingsValues::*field, const PropertyList* stored, const SettingsDefault& fallback);
+  void load(ItemSet set, const PropertyList* stored, const SettingsDefault& fallback);
+  void load(SettingsList list, const PropertyList* stored, const SettingsDefault& fallback);
+
+  /// `text`, or in the user's language what stands for it.
+  std::string shown(const std::optional<std::string>& text, std::string_view key) const;
 
   Platform& platform_;
+  Bridge& bridge_;
   UnlockSessions& sessions_;
   SNWiFiManager& wifiManager_;
   SettingsValues values_;

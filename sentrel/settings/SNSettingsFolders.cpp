@@ -2,8 +2,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "sentrel/bridge/Bridge.h"
 #include "sentrel/bridge/FolderKeys.h"
-#include "sentrel/bridge/SNUtils.h"
 #include "sentrel/settings/FolderRecord.h"
 #include "sentrel/settings/SNSettings.h"
 #include "sentrel/settings/SettingsKeys.h"
@@ -33,19 +33,19 @@ bool SNSettings::writeFolders() {
 }
 
 bool SNSettings::addToFolders(PropertyList record) {
-  SNUtils::logMessage("Adding folders info to settings: %@", record);
+  bridge_.logMessage("Adding folders info to settings: %@", record);
   const std::int64_t index = matchedFolderDataIndex(record);
-  SNUtils::logMessage("Got counter as: %ld", index);
+  bridge_.logMessage("Got counter as: %ld", index);
   if (index < 0)
     foldersToChange().push_back(std::move(record));
   else
     foldersToChange()[static_cast<std::size_t>(index)] = std::move(record);
-  SNUtils::logMessage("After adding self.enabledFolders: %@", enabledFolders_);
+  bridge_.logMessage("After adding self.enabledFolders: %@", enabledFolders_);
   return writeFolders();
 }
 
 bool SNSettings::removeFromFolders(const PropertyList& record) {
-  SNUtils::logMessage("Removing folders info to settings: %@", record);
+  bridge_.logMessage("Removing folders info to settings: %@", record);
   const std::int64_t index = matchedFolderDataIndex(record);
   if (index < 0) throw std::out_of_range("the folder to remove is not among the protected folders");
   PropertyList::Array& folders = foldersToChange();
@@ -58,9 +58,9 @@ bool SNSettings::updateFoldersData(const PropertyList& record, bool add,
   const std::int64_t index = matchedFolderDataIndex(record);
   if (index < 0) return false;
   PropertyList folder = enabledFolders_[static_cast<std::size_t>(index)];
-  SNUtils::logMessage("Got folder data as: %@", folder);
+  bridge_.logMessage("Got folder data as: %@", folder);
   PropertyList::Array icons = *iconsOf(folder);
-  SNUtils::logMessage("allFoldersArray: %@", icons);
+  bridge_.logMessage("allFoldersArray: %@", icons);
   if (newData && add) icons.push_back(*newData);
   if (newData && !add) std::erase(icons, *newData);
   folder.as<PropertyList::Dictionary>()->insert_or_assign(std::string(folder_keys::allIcons),
@@ -75,12 +75,12 @@ bool SNSettings::updateFoldersData(const PropertyList& record, PropertyList newR
 
 bool SNSettings::replaceFolder(std::int64_t index, PropertyList newRecord) {
   foldersToChange()[static_cast<std::size_t>(index)] = std::move(newRecord);
-  SNUtils::logMessage("After updating: %@", enabledFolders_);
+  bridge_.logMessage("After updating: %@", enabledFolders_);
   return writeFolders();
 }
 
 bool SNSettings::resetAllFolders() {
-  SNUtils::logMessage("Resetting all folders....");
+  bridge_.logMessage("Resetting all folders....");
   foldersToChange().clear();
   return writeFolders();
 }
@@ -93,7 +93,7 @@ bool SNSettings::hasFolder(const PropertyList& record, bool ignoreAllOther) cons
 bool SNSettings::isFolderProtected(const SBFolder& folder, bool ignoreAllOther) const {
   if (!ignoreAllOther && !passesGate(SessionItem::object(&folder))) return false;
   if (isAllFoldersProtected()) return true;
-  const PropertyList record(SNUtils::folderRecord(folder));
+  const PropertyList record(bridge_.folderRecord(folder));
   if (sessions_.shouldIgnoreAuthentication(SessionItem::record(record))) return false;
   return hasFolder(record);
 }
@@ -103,8 +103,8 @@ std::optional<PropertyList> SNSettings::isFolderProtectedForApp(
   if (!bundleIdentifier) return std::nullopt;
   if (!ignoreAllOther && !passesGate(*bundleIdentifier)) return std::nullopt;
   const std::string identifier(*bundleIdentifier);
-  if (!SNUtils::hasAnyParentFolder(identifier)) return std::nullopt;
-  const auto parentData = SNUtils::protectedFolderData(identifier);
+  if (!bridge_.hasAnyParentFolder(identifier)) return std::nullopt;
+  const auto parentData = bridge_.protectedFolderData(identifier);
   const auto* parent = parentData ? find(*parentData, folder_keys::allIcons) : nullptr;
   const PropertyList* candidate = lastFolderWith(identifier);
   if (candidate && parent && haveSameDisplayName(*candidate, *parent))

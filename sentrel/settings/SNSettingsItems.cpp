@@ -11,14 +11,6 @@ constexpr std::string_view ownFlipSwitch = "com.quorvin.sentrel.flipswitch";
 
 }  // namespace
 
-std::string_view SNSettings::itemSetKey(ItemSet set) noexcept {
-  namespace keys = settings_keys;
-  constexpr std::array<std::string_view, itemSetCount> itemSetKeys = {
-      keys::applications, keys::notificationApps, keys::settingsBundles, keys::flipSwitches,
-      keys::controlCenter};
-  return itemSetKeys[static_cast<std::size_t>(set)];
-}
-
 void SNSettings::setItems(ItemSet set, ProtectedItems value) {
   items(set) = std::move(value);
   itemsChanged(set);
@@ -36,7 +28,7 @@ bool SNSettings::removeItem(ItemSet set, std::string_view item) {
 
 bool SNSettings::writeItems(ItemSet set) {
   itemsChanged(set);
-  return updateSettingsData(itemSetKey(set), items(set).asArray(), /*postNotification=*/true);
+  return updateSettingsData(settingsKeyOf(set), items(set).asArray(), /*postNotification=*/true);
 }
 
 void SNSettings::itemsChanged(ItemSet set) {

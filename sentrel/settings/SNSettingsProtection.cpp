@@ -1,4 +1,4 @@
-#include "sentrel/bridge/SNUtils.h"
+#include "sentrel/bridge/Bridge.h"
 #include "sentrel/settings/SNSettings.h"
 #include "sentrel/settings/SNWiFiManager.h"
 #include "sentrel/settings/ServiceNames.h"
@@ -32,7 +32,7 @@ bool SNSettings::passesSwitchGate(const SessionItem& item) const {
 }
 
 bool SNSettings::isFlipSwitchInstalled() const {
-  if (!flipSwitchInstalled_) flipSwitchInstalled_ = SNUtils::isFlipSwitchInstalled();
+  if (!flipSwitchInstalled_) flipSwitchInstalled_ = bridge_.isFlipSwitchInstalled();
   return *flipSwitchInstalled_;
 }
 

@@ -1,22 +1,19 @@
 #include "sentrel/settings/SNWiFiManager.h"
 
-#include "sentrel/Process.h"
-#include "sentrel/bridge/Ask.h"
+#include "sentrel/bridge/Bridge.h"
 
 namespace sentrel {
 
-SNWiFiManager& SNWiFiManager::sharedManager() {
-  return Process::current().wifiManager();
-}
+SNWiFiManager::SNWiFiManager(Bridge& bridge) : bridge_(bridge), platform_(bridge.platform()) {}
 
 std::optional<PropertyList::Array> SNWiFiManager::knownNetworks() const {
   if (platform_.wifi->hasManager()) return platform_.wifi->knownNetworks();
-  return ask<messages::KnownNetworks>();
+  return bridge_.ask<messages::KnownNetworks>();
 }
 
 std::optional<PropertyList::Dictionary> SNWiFiManager::currentNetWork() const {
   if (platform_.wifi->hasClient()) return platform_.wifi->currentNetwork();
-  return ask<messages::CurrentNetwork>();
+  return bridge_.ask<messages::CurrentNetwork>();
 }
 
 }  // namespace sentrel

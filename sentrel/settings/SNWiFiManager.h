@@ -6,11 +6,14 @@
 
 namespace sentrel {
 
+class Bridge;
+
 /// Which Wi-Fi networks are known and which one is joined, in any process: a process that cannot
 /// see the Wi-Fi state asks the home-screen process.
 class SENTREL_API SNWiFiManager {
  public:
-  explicit SNWiFiManager(Platform& platform) : platform_(platform) {}
+  /// `bridge` outlives the manager.
+  explicit SNWiFiManager(Bridge& bridge);
 
   /// The current process's manager.
   static SNWiFiManager& sharedManager();
@@ -24,6 +27,7 @@ class SENTREL_API SNWiFiManager {
   bool seesNoNetwork() const { return platform_.wifi->seesNoNetwork(); }
 
  private:
+  Bridge& bridge_;
   Platform& platform_;
 };
 

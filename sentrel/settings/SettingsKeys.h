@@ -1,10 +1,16 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <span>
+#include <string>
 #include <string_view>
+#include <variant>
 
 #include "sentrel/bridge/FolderKeys.h"
 #include "sentrel/platform/Export.h"
+#include "sentrel/settings/ItemSet.h"
+#include "sentrel/settings/SettingsValues.h"
 
 namespace sentrel {
 
@@ -62,9 +68,24 @@ inline constexpr std::string_view enableLogging = "SentrelEnableLogging";
 /// the file, or a check of it, goes by.
 enum class SettingsType { boolean, real, integer, string, stringArray, folderArray };
 
+/// What an absent entry reads as. Texts are in English, and shown in the user's language; no value:
+/// none, or an empty list.
+using SettingsDefault = std::variant<std::monostate, bool, double, std::int64_t, std::string_view>;
+
+/// The lists that keep what they hold in memory when the file does not hold them.
+enum class SettingsList { folders, trustedNetworks };
+
+/// Where an entry goes when the file is loaded.
+using SettingsField =
+    std::variant<bool SettingsValues::*, double SettingsValues::*, std::int64_t SettingsValues::*,
+                 std::optional<std::string> SettingsValues::*, ItemSet, SettingsList>;
+
+/// Everything about one key: who loads the file, changes it, shows it or checks it walks these.
 struct SettingsKey {
   std::string_view name;
   SettingsType type;
+  SettingsDefault fallback;
+  SettingsField field;
 };
 
 /// Every key of the settings file, in the order in which they are loaded.
@@ -72,5 +93,11 @@ SENTREL_API std::span<const SettingsKey> allSettingsKeys() noexcept;
 
 /// The key of that name, or null.
 SENTREL_API const SettingsKey* findSettingsKey(std::string_view name) noexcept;
+
+/// The key under which the file holds a set.
+std::string_view settingsKeyOf(ItemSet set) noexcept;
+
+/// What stands for a text that the file does not hold, in English.
+std::string_view fallbackText(std::string_view name) noexcept;
 
 }  // namespace sentrel

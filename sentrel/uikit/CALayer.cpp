@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <utility>
 
-#include "sentrel/Process.h"
+#include "sentrel/uikit/UIApplication.h"
 
 namespace sentrel {
 namespace {
 
 WallTime now() {
-  return Process::current().platform().clock->now();
+  return UIApplication::sharedApplication().platform().clock->now();
 }
 
 void interrupt(const CAAnimation& animation) {

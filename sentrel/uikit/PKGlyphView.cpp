@@ -3,12 +3,12 @@
 #include <string>
 #include <utility>
 
-#include "sentrel/Process.h"
+#include "sentrel/uikit/UIApplication.h"
 
 namespace sentrel {
 
 std::shared_ptr<PKGlyphView> PKGlyphView::initWithStyle(std::int64_t style) {
-  const auto& systemClass = Process::current().platform().glyphViewClass;
+  const auto& systemClass = UIApplication::sharedApplication().platform().glyphViewClass;
   return systemClass ? std::make_shared<PKGlyphView>(style, *systemClass) : nullptr;
 }
 
@@ -46,7 +46,7 @@ void PKGlyphView::show(std::int64_t state, Seconds duration, Completion completi
                                duration, CATiming{}),
         key);
   if (completionHandler)
-    Process::current().platform().mainQueue->after(duration, std::move(completionHandler));
+    UIApplication::sharedApplication().platform().mainQueue->after(duration, std::move(completionHandler));
 }
 
 }  // namespace sentrel

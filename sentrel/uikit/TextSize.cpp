@@ -4,17 +4,17 @@
 #include <cmath>
 #include <limits>
 
-#include "sentrel/Process.h"
+#include "sentrel/uikit/UIApplication.h"
 
 namespace sentrel {
 
 CGSize sizeOfText(std::string_view text, const UIFont& font, double maxWidth) {
-  const auto& measuring = Process::current().platform().textMeasuring;
+  const auto& measuring = UIApplication::sharedApplication().platform().textMeasuring;
   return measuring ? measuring->sizeOfText(text, font, maxWidth) : CGSize{};
 }
 
 CGSize sizeOfTypedText(std::string_view text, const UIFont& font, double maxWidth) {
-  const auto& measuring = Process::current().platform().textMeasuring;
+  const auto& measuring = UIApplication::sharedApplication().platform().textMeasuring;
   return measuring ? measuring->sizeOfSecretText(text, font, maxWidth) : CGSize{};
 }
 

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "sentrel/Process.h"
+#include "sentrel/uikit/UIApplication.h"
 #include "sentrel/uikit/AlertPanel.h"
 #include "sentrel/uikit/UIScreen.h"
 #include "sentrel/uikit/UIViewController.h"
@@ -110,7 +110,7 @@ void UIAlertView::dismissWithClickedButtonIndex(int index, bool animated) {
   if (!hide()) return;
   const Seconds delay = animated ? UIViewController::transitionDuration : Seconds(0);
   // The delegate is told even if the alert's owner lets it go meanwhile.
-  Process::current().platform().mainQueue->after(delay, [self, index] {
+  UIApplication::sharedApplication().platform().mainQueue->after(delay, [self, index] {
     if (const auto delegate = self->delegate()) delegate->alertView(*self, index);
   });
 }

@@ -3,14 +3,9 @@
 #include <algorithm>
 #include <string>
 
-#include "sentrel/Process.h"
 #include "sentrel/uikit/UIWindow.h"
 
 namespace sentrel {
-
-UIApplication& UIApplication::sharedApplication() {
-  return Process::current().application();
-}
 
 std::vector<std::shared_ptr<UIWindow>> UIApplication::windows() const {
   std::vector<std::shared_ptr<UIWindow>> windows;
@@ -24,7 +19,7 @@ std::vector<std::shared_ptr<UIWindow>> UIApplication::windows() const {
 void UIApplication::giveUpFirstResponder() {
   if (firstResponder_.expired()) return;
   firstResponder_.reset();
-  Process::current().platform().localCenter->post(
+  platform_.localCenter->post(
       {std::string(UIKeyboardWillHideNotification), std::nullopt});
 }
 

@@ -6,6 +6,7 @@
 
 #include "sentrel/platform/Export.h"
 #include "sentrel/platform/Geometry.h"
+#include "sentrel/platform/Platform.h"
 #include "sentrel/uikit/UIResponder.h"
 
 namespace sentrel {
@@ -39,6 +40,12 @@ class SENTREL_API UIApplication : public std::enable_shared_from_this<UIApplicat
   /// The current process's.
   static UIApplication& sharedApplication();
 
+  /// `platform` outlives the application.
+  explicit UIApplication(Platform& platform) : platform_(platform) {}
+
+  /// What views and their animations ask of the device.
+  Platform& platform() const noexcept { return platform_; }
+
   /// Back to front: by level, those of one level in the order in which they were made. Hidden ones
   /// are among them.
   std::vector<std::shared_ptr<UIWindow>> windows() const;
@@ -68,6 +75,8 @@ class SENTREL_API UIApplication : public std::enable_shared_from_this<UIApplicat
 
  private:
   friend class UIWindow;
+
+  Platform& platform_;
 
   /// In the order in which they were made; each leaves the list when it goes.
   std::vector<UIWindow*> windows_;

@@ -1,11 +1,11 @@
 #include "sentrel/uikit/UIDevice.h"
 
-#include "sentrel/Process.h"
+#include "sentrel/uikit/UIApplication.h"
 
 namespace sentrel {
 
 std::optional<UIUserInterfaceIdiom> UIDevice::userInterfaceIdiom() const {
-  const auto& screen = Process::current().platform().screen;
+  const auto& screen = UIApplication::sharedApplication().platform().screen;
   return screen ? screen->userInterfaceIdiom() : std::nullopt;
 }
 

@@ -1,12 +1,12 @@
 #include "sentrel/uikit/UIScreen.h"
 
-#include "sentrel/Process.h"
+#include "sentrel/uikit/UIApplication.h"
 
 namespace sentrel {
 namespace {
 
 const Screen* screen() {
-  return Process::current().platform().screen.get();
+  return UIApplication::sharedApplication().platform().screen.get();
 }
 
 }  // namespace

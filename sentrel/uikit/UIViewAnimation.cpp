@@ -1,6 +1,6 @@
 #include <utility>
 
-#include "sentrel/Process.h"
+#include "sentrel/uikit/UIApplication.h"
 #include "sentrel/uikit/UIView.h"
 
 namespace sentrel {
@@ -49,7 +49,7 @@ void UIView::animate(Seconds duration, Seconds delay, const CATiming& timing,
     animations();
   }
   if (!completion) return;
-  Process::current().platform().mainQueue->after(
+  UIApplication::sharedApplication().platform().mainQueue->after(
       delay + duration, [completion = std::move(completion), interrupted = run.interrupted] {
         completion(!*interrupted);
       });

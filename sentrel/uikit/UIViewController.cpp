@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "sentrel/Process.h"
+#include "sentrel/uikit/UIApplication.h"
 #include "sentrel/uikit/UIScreen.h"
 #include "sentrel/uikit/UIWindow.h"
 
@@ -13,7 +13,7 @@ namespace {
 void whenOver(bool animated, UIViewController::Completion completion) {
   if (!completion) return;
   const Seconds delay = animated ? UIViewController::transitionDuration : Seconds(0);
-  Process::current().platform().mainQueue->after(delay, std::move(completion));
+  UIApplication::sharedApplication().platform().mainQueue->after(delay, std::move(completion));
 }
 
 }  // namespace

@@ -3,7 +3,7 @@
 #include <string>
 #include <utility>
 
-#include "sentrel/Process.h"
+#include "sentrel/bridge/Bridge.h"
 #include "sentrel/bridge/SystemVersion.h"
 #include "sentrel/platform/SharingDaemon.h"
 #include "sentrel/watch/WatchMessages.h"
@@ -109,7 +109,7 @@ void handleSNWatchEvent(const std::shared_ptr<XpcMessage>& message, std::int64_t
   if (!message) return;
   Dictionary result;
   if (const auto* items = find<PropertyList::Array>(message->content(), watch::queryKey)) {
-    const Platform& platform = Process::current().platform();
+    const Platform& platform = Bridge::sharedBridge().platform();
     const auto agent = platform.pairedDeviceAgent;
     if (agent) wakeWatch(platform, *agent);
     const Sources sources{platform.statusMonitor,

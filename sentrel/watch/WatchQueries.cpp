@@ -2,7 +2,7 @@
 #include <string>
 #include <utility>
 
-#include "sentrel/Process.h"
+#include "sentrel/bridge/Bridge.h"
 #include "sentrel/platform/SharingDaemon.h"
 #include "sentrel/watch/WatchMessages.h"
 #include "sentrel/watch/WatchProtocol.h"
@@ -37,7 +37,7 @@ PropertyList resultOf(const std::optional<PropertyList>& reply) {
 using namespace sentrel;
 
 void sendSNWatchQueryWithReply(const PropertyList::Dictionary& query, WatchReply reply) {
-  const auto connection = Process::current().platform().xpc->createMachServiceConnection(
+  const auto connection = Bridge::sharedBridge().platform().xpc->createMachServiceConnection(
       std::string(sharingDaemonServiceName));
   if (!connection) return;
   connection->resume();
@@ -62,7 +62,7 @@ void sendInvalidateRSSISNWatchQueryWithReply(WatchReply reply) {
 }
 
 void vibrateAppleWatch(std::int64_t mode) {
-  const Platform& platform = Process::current().platform();
+  const Platform& platform = Bridge::sharedBridge().platform();
   const auto connection = platform.xpc->connectToAudioControl(
       std::string(nanoAudioControlServiceName), privilegedConnection);
   if (!connection) return;

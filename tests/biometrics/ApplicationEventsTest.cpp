@@ -4,6 +4,7 @@
 
 #include "host/BiometricEventRelay.h"
 #include "sentrel/biometrics/SNTouchIDManager.h"
+#include "sentrel/bridge/Bridge.h"
 #include "tests/support/BridgeTest.h"
 
 namespace sentrel {
@@ -139,7 +140,7 @@ TEST_F(ApplicationEvents, NeedTheFrameworkWhoseLoadingIsLogged) {
   startInApp();
   EXPECT_THAT(takeAppLog(), ElementsAre("[interface delegate]: (null)")) << "it is loaded";
   inApp([this] {
-    const auto other = SNTouchIDManager::makeShared(away());
+    const auto other = SNTouchIDManager::makeShared(Bridge::sharedBridge(), [] {});
     stopInApp();
     away().biometricKit->delegate()->setDelegate(other);
     SNTouchIDManager::sharedManager()->startManager();

@@ -1,4 +1,5 @@
 #include "sentrel/biometrics/SNTouchIDManager.h"
+#include "sentrel/bridge/Bridge.h"
 
 #include <gmock/gmock.h>
 
@@ -163,7 +164,7 @@ TEST_F(BiometricMonitor, TakesTheSensorAndGivesItBack) {
 }
 
 TEST_F(BiometricMonitor, DoesNotTakeOneOfItsKindForTheOwner) {
-  const auto other = SNTouchIDManager::makeShared(platform());
+  const auto other = SNTouchIDManager::makeShared(Bridge::sharedBridge(), [] {});
   interface()->setDelegate(other);
   manager().startManager();
   EXPECT_EQ(interface()->delegate(), SNTouchIDManager::sharedManager());

@@ -1,9 +1,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "sentrel/bridge/Ask.h"
-#include "sentrel/bridge/BridgeSettings.h"
-#include "sentrel/bridge/Current.h"
+#include "sentrel/bridge/Bridge.h"
+#include "sentrel/bridge/BridgeState.h"
+#include "sentrel/platform/Answer.h"
 
 namespace sentrel {
 namespace {
@@ -11,12 +11,6 @@ namespace {
 constexpr std::string_view passcodeText = "Please authenticate yourself using Sentrel's passcode.";
 constexpr std::string_view cannotAuthenticateText =
     "Your device cannot authenticate using TouchID.";
-
-/// The sensor as the home screen's resource offers it, or null.
-std::shared_ptr<BiometricInterface> biometricInterface() {
-  const auto& resource = currentPlatform().biometricResource;
-  return resource ? resource->_biometricKitInterface() : nullptr;
-}
 
 /// How many bytes the first letter of a text that is not empty takes.
 std::size_t firstLetterLength(std::string_view text) {
@@ -35,71 +29,72 @@ std::string withFirstLetterLowered(const std::string& text, const CaseMapping& m
   return mapping.lowercased(std::string_view(text).substr(0, length)) + text.substr(length);
 }
 
-PlatformError cannotAuthenticate() {
-  return {"com.quorvin.sentrel", -1, std::string(SNUtils::localizedString(cannotAuthenticateText))};
-}
-
 }  // namespace
 
-std::optional<std::string> SNUtils::authenticationMessage() {
-  if (Process::current().bridgeSettings().shouldUsePasscodeOnly())
-    return std::string(localizedString(passcodeText));
-  return currentState().defaultMessage;
+/// The sensor as the home screen's resource offers it, or null.
+std::shared_ptr<BiometricInterface> Bridge::biometricInterface() const {
+  const auto& resource = platform_.biometricResource;
+  return resource ? resource->_biometricKitInterface() : nullptr;
 }
 
-std::optional<std::string> SNUtils::loweredCaseAuthenticationMessage() {
+std::optional<std::string> Bridge::authenticationMessage() {
+  if (settings_.shouldUsePasscodeOnly()) return std::string(localizedString(passcodeText));
+  return state().defaultMessage;
+}
+
+std::optional<std::string> Bridge::loweredCaseAuthenticationMessage() {
   const auto message = authenticationMessage();
   if (!message) return std::nullopt;
-  const CaseMapping& mapping = *currentPlatform().caseMapping;
+  const CaseMapping& mapping = *platform_.caseMapping;
   return supportsFaceID() ? withFirstLetterLowered(*message, mapping)
                           : mapping.lowercased(*message);
 }
 
-bool SNUtils::supportsTouchID() {
-  const auto interface = biometricInterface();
-  if (interface && interface->isTouchIDCapable) return interface->isTouchIDCapable();
-  return currentState().context->canEvaluateBiometricPolicy();
+bool Bridge::supportsTouchID() {
+  if (const auto isCapable = answer(biometricInterface(), &BiometricInterface::isTouchIDCapable))
+    return *isCapable;
+  return state().context->canEvaluateBiometricPolicy();
 }
 
-bool SNUtils::supportsFaceID() {
-  BridgeState& state = currentState();
-  if (state.supportsFaceID) return true;
-  const auto interface = biometricInterface();
-  if (interface && interface->isPearlIDCapable && interface->isPearlIDCapable())
-    state.supportsFaceID = true;
-  return state.supportsFaceID;
+bool Bridge::supportsFaceID() {
+  std::atomic<bool>& supportsFaceID = state().supportsFaceID;
+  if (!supportsFaceID &&
+      answer(biometricInterface(), &BiometricInterface::isPearlIDCapable).orElse(false))
+    supportsFaceID = true;
+  return supportsFaceID;
 }
 
-bool SNUtils::isBioMetricsSupported() {
+bool Bridge::isBioMetricsSupported() {
   const auto interface = biometricInterface();
   if (interface && interface->isTouchIDCapable && interface->isPearlIDCapable)
     return interface->isTouchIDCapable() || interface->isPearlIDCapable();
-  const auto& manager = currentPlatform().biometricKit;
+  const auto& manager = platform_.biometricKit;
   if (!manager) return ask<messages::IsTouchIDSupported>();
-  if (manager->isTouchIDCapable)
-    return manager->isTouchIDCapable() || currentState().supportsFaceID;
+  if (manager->isTouchIDCapable) return manager->isTouchIDCapable() || state().supportsFaceID;
   if (manager->getSensorInfo) return manager->getSensorInfo().has_value();
   return supportsTouchID() || supportsFaceID();
 }
 
-bool SNUtils::isBioMetricEnabledForUnlock() {
-  const Platform& platform = currentPlatform();
-  if (!platform.biometricKit || !platform.biometricKit->getProtectedConfiguration) return true;
-  const auto configuration = platform.biometricKit->getProtectedConfiguration();
-  if (platform.protectedConfiguration)
-    return platform.protectedConfiguration->unlockEnabled(configuration);
+bool Bridge::isBioMetricEnabledForUnlock() {
+  const auto told = answer(platform_.biometricKit, &BiometricKitManager::getProtectedConfiguration);
+  if (!told) return true;
+  const auto& configuration = *told;
+  if (platform_.protectedConfiguration)
+    return platform_.protectedConfiguration->unlockEnabled(configuration);
   const PropertyList* enabled =
       configuration ? find(*configuration, "BKUserCfgTouchIDLoginEnabled") : nullptr;
   return enabled && enabled->boolValue();
 }
 
-void SNUtils::requestForAuthentication(const std::string& reason,
-                                       AuthenticationCompletion completion) {
+void Bridge::requestForAuthentication(const std::string& reason,
+                                      AuthenticationCompletion completion) {
   if (!completion) completion = [](bool, const std::optional<PlatformError>&) {};
   if (!supportsTouchID()) return completion(true, std::nullopt);
-  const auto context = currentPlatform().localAuthentication->makeContext();
+  const auto context = platform_.localAuthentication->makeContext();
   context->setLocalizedFallbackTitle("");
-  if (!context->canEvaluateBiometricPolicy()) return completion(false, cannotAuthenticate());
+  if (!context->canEvaluateBiometricPolicy())
+    return completion(false, PlatformError{"com.quorvin.sentrel", -1,
+                                           std::string(localizedString(cannotAuthenticateText))});
   // The reply holds the context, which ends its evaluation when it is let go.
   context->evaluateBiometricPolicy(
       reason,

@@ -1,17 +1,12 @@
 #include <string>
 
-#include "sentrel/bridge/Current.h"
-#include "sentrel/bridge/SNUtils.h"
+#include "sentrel/bridge/Bridge.h"
 
 namespace sentrel {
 namespace {
 
 std::string extensionPath(const std::string& fileName) {
   return "/Library/MobileSubstrate/DynamicLibraries/" + fileName;
-}
-
-bool isExtensionInstalled(const std::string& fileName) {
-  return currentPlatform().files->fileExists(extensionPath(fileName));
 }
 
 /// The first number of the model name behind "iPhone": 10 of "iPhone10,3".
@@ -24,30 +19,34 @@ std::int64_t modelNumber(std::string platform) {
 
 }  // namespace
 
-bool SNUtils::isTweakInstalled(const std::string& path) {
-  const FileSystem& files = *currentPlatform().files;
+bool Bridge::isExtensionInstalled(const std::string& fileName) const {
+  return platform_.files->fileExists(extensionPath(fileName));
+}
+
+bool Bridge::isTweakInstalled(const std::string& path) {
+  const FileSystem& files = *platform_.files;
   return files.fileExists(path) && files.fileExists(path);
 }
 
-bool SNUtils::isFlipSwitchInstalled() {
+bool Bridge::isFlipSwitchInstalled() {
   // Part of a protection question, which is asked often: the paths are put together once.
   static const std::string panel = extensionPath("Flipswitch.dylib");
   static const std::string toggles = extensionPath("FlipControlCenter.dylib");
-  const FileSystem& files = *currentPlatform().files;
+  const FileSystem& files = *platform_.files;
   return files.fileExists(panel) && files.fileExists(toggles);
 }
 
-bool SNUtils::isSentrelInstalled() {
+bool Bridge::isSentrelInstalled() {
   return isExtensionInstalled("Sentrel.dylib");
 }
 
-bool SNUtils::isCallBarInstalled() {
+bool Bridge::isCallBarInstalled() {
   return isExtensionInstalled("CallBarX.dylib") && isExtensionInstalled("InCallCallBar.dylib");
 }
 
-bool SNUtils::isLockDownInstalled() {
+bool Bridge::isLockDownInstalled() {
   constexpr std::int64_t firstModelWithout = 11;
-  const auto& quorvin = currentPlatform().qvUtils;
+  const auto& quorvin = platform_.qvUtils;
   if (quorvin && modelNumber(quorvin->platform()) >= firstModelWithout) return false;
   return isExtensionInstalled("lockdown.dylib");
 }

@@ -1,35 +1,38 @@
 #include <utility>
 
-#include "sentrel/bridge/Current.h"
-#include "sentrel/bridge/SNUtils.h"
+#include "sentrel/bridge/Bridge.h"
+#include "sentrel/bridge/BridgeState.h"
 
 namespace sentrel {
 namespace {
 
 constexpr std::string_view messageLogLibrary = "/usr/lib/libmessagelog.dylib";
 
-/// The entry point `name` of the logging library as a function of type `Function`, or null.
-template <class Function>
-Function* messageLogFunction(const std::string& name) {
-  auto& library = currentState().messageLog;
-  if (!library)
-    library = currentPlatform().libraries->open(std::string(messageLogLibrary),
-                                                DynamicLibraries::Binding::lazy);
-  return library ? reinterpret_cast<Function*>(library->symbol(name)) : nullptr;
-}
-
-void writeToSystemLog(std::string_view format, std::initializer_list<TextArgument> arguments = {}) {
-  currentPlatform().systemLog->write(formatText(format, arguments));
-}
-
 std::optional<std::string> describe(const std::optional<PlatformError>& error) {
   if (!error) return std::nullopt;
   return formatText("%@ (%ld): %@", {error->domain, error->code, error->localizedDescription});
 }
 
-std::shared_ptr<PresenceDetectOperation> createPresenceDetectOperation(
+}  // namespace
+
+/// The entry point `name` of the logging library as a function of type `Function`, or null.
+template <class Function>
+Function* Bridge::messageLogFunction(const std::string& name) {
+  auto& library = state().messageLog;
+  if (!library)
+    library =
+        platform_.libraries->open(std::string(messageLogLibrary), DynamicLibraries::Binding::lazy);
+  return library ? reinterpret_cast<Function*>(library->symbol(name)) : nullptr;
+}
+
+void Bridge::writeToSystemLog(std::string_view format,
+                              std::initializer_list<TextArgument> arguments) {
+  platform_.systemLog->write(formatText(format, arguments));
+}
+
+std::shared_ptr<PresenceDetectOperation> Bridge::createPresenceDetectOperation(
     std::optional<PlatformError>& error) {
-  const auto& manager = currentPlatform().deviceManager;
+  const auto& manager = platform_.deviceManager;
   if (!manager) return nullptr;
   const auto descriptors = manager->availableDevices();
   if (descriptors.empty()) return nullptr;
@@ -37,9 +40,7 @@ std::shared_ptr<PresenceDetectOperation> createPresenceDetectOperation(
   return device ? device->createPresenceDetectOperationWithError(error) : nullptr;
 }
 
-}  // namespace
-
-void SNUtils::fullLogging(bool flag) {
+void Bridge::fullLogging(bool flag) {
   const auto setEnabled = messageLogFunction<void(bool)>("MLSetFullLoggingEnabled");
   if (!setEnabled)
     return writeToSystemLog("################# Couldn't get MLSetFullLoggingEnabled");
@@ -47,8 +48,8 @@ void SNUtils::fullLogging(bool flag) {
   writeToSystemLog("################# Full Logging Enabled");
 }
 
-void SNUtils::selectiveLogging(bool flag, std::int64_t type, const std::string& regEx,
-                               const std::string& selectorRegEx) {
+void Bridge::selectiveLogging(bool flag, std::int64_t type, const std::string& regEx,
+                              const std::string& selectorRegEx) {
   if (flag) {
     const auto enable = messageLogFunction<void(std::int64_t, const char*, const char*)>(
         "MLEnableSelectiveLogging");
@@ -64,16 +65,16 @@ void SNUtils::selectiveLogging(bool flag, std::int64_t type, const std::string& 
   writeToSystemLog("################# Selective Logging disabled");
 }
 
-void SNUtils::testLaunchApplication(const std::string& bundleIdentifier) {
-  if (const auto& service = currentPlatform().openApplicationService)
+void Bridge::testLaunchApplication(const std::string& bundleIdentifier) {
+  if (const auto& service = platform_.openApplicationService)
     service->openApplication(bundleIdentifier, {});
 }
 
-void SNUtils::startPresenceDetectOperation(const Observer& delegate) {
+void Bridge::startPresenceDetectOperation(const Observer& delegate) {
   stopPresenceDetectOperation();
   std::optional<PlatformError> error;
   const auto operation = createPresenceDetectOperation(error);
-  currentState().presenceDetectOperation = operation;
+  state().presenceDetectOperation = operation;
   bool success = false;
   if (operation) {
     operation->setDelegate(delegate);
@@ -82,12 +83,12 @@ void SNUtils::startPresenceDetectOperation(const Observer& delegate) {
   logMessage("###################### success: %d, Error: %@", success, describe(error));
 }
 
-void SNUtils::startPresenceDetectOperation() {
-  startPresenceDetectOperation(Process::current().biometricMonitor());
+void Bridge::startPresenceDetectOperation() {
+  startPresenceDetectOperation(defaultObserver_());
 }
 
-void SNUtils::stopPresenceDetectOperation() {
-  if (const auto operation = std::exchange(currentState().presenceDetectOperation, nullptr))
+void Bridge::stopPresenceDetectOperation() {
+  if (const auto operation = std::exchange(state().presenceDetectOperation, nullptr))
     operation->cancel();
 }
 

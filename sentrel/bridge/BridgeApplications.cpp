@@ -1,5 +1,4 @@
-#include "sentrel/bridge/Ask.h"
-#include "sentrel/bridge/Current.h"
+#include "sentrel/bridge/Bridge.h"
 
 namespace sentrel {
 namespace {
@@ -23,25 +22,25 @@ bool isName(const std::optional<std::string>& name) {
 
 }  // namespace
 
-std::optional<std::string> SNUtils::appName(const std::string& bundleIdentifier) {
+std::optional<std::string> Bridge::appName(const std::string& bundleIdentifier) {
   if (bundleIdentifier.empty()) return std::nullopt;
   if (!isSpringBoard()) return ask<messages::AppName>(bundleIdentifier);
-  const auto& controller = currentPlatform().applicationController;
+  const auto& controller = platform_.applicationController;
   const auto application = controller ? findApplication(*controller, bundleIdentifier) : nullptr;
   return application ? nameOf(*application) : std::nullopt;
 }
 
-bool SNUtils::isSystemApplication(const std::string& bundleIdentifier) {
+bool Bridge::isSystemApplication(const std::string& bundleIdentifier) {
   if (bundleIdentifier.empty()) return false;
-  const auto& controller = currentPlatform().applicationController;
+  const auto& controller = platform_.applicationController;
   if (!controller) return ask<messages::IsSystemApplication>(bundleIdentifier);
   const auto application = findApplication(*controller, bundleIdentifier);
   return application && application->isSystemApplication();
 }
 
-bool SNUtils::isApplication(const std::string& bundleIdentifier) {
+bool Bridge::isApplication(const std::string& bundleIdentifier) {
   if (bundleIdentifier.empty()) return false;
-  const auto& controller = currentPlatform().applicationController;
+  const auto& controller = platform_.applicationController;
   if (!controller) return ask<messages::IsApplication>(bundleIdentifier);
   try {
     return findApplication(*controller, bundleIdentifier) != nullptr;
@@ -50,14 +49,13 @@ bool SNUtils::isApplication(const std::string& bundleIdentifier) {
   }
 }
 
-bool SNUtils::isHiddenApp(const std::string& bundleIdentifier) {
+bool Bridge::isHiddenApp(const std::string& bundleIdentifier) {
   if (bundleIdentifier.empty()) return false;
-  const Platform& platform = currentPlatform();
-  if (!platform.applicationController) return ask<messages::IsHiddenApplication>(bundleIdentifier);
-  return platform.qvUtils && platform.qvUtils->isHiddenApp(bundleIdentifier);
+  if (!platform_.applicationController) return ask<messages::IsHiddenApplication>(bundleIdentifier);
+  return platform_.qvUtils && platform_.qvUtils->isHiddenApp(bundleIdentifier);
 }
 
-std::optional<std::string> SNUtils::displayName(const DisplayItem& item) {
+std::optional<std::string> Bridge::displayName(const DisplayItem& item) {
   if (auto name = nameOf(item); isName(name)) return name;
   const auto application = item.application ? item.application() : nullptr;
   if (!application) return std::nullopt;

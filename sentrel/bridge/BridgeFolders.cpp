@@ -1,6 +1,6 @@
-#include "sentrel/bridge/Ask.h"
-#include "sentrel/bridge/Current.h"
+#include "sentrel/bridge/Bridge.h"
 #include "sentrel/bridge/FolderKeys.h"
+#include "sentrel/platform/Answer.h"
 
 namespace sentrel {
 namespace {
@@ -38,25 +38,25 @@ Dictionary iconRecord(const std::string& name, const SBIcon& icon) {
   return record;
 }
 
-std::optional<Dictionary> folderData(const SBIcon& icon, const SBFolder& folder,
-                                     const std::string& bundleIdentifier) {
-  const auto name = SNUtils::displayName(icon);
+}  // namespace
+
+std::optional<Dictionary> Bridge::folderData(const SBIcon& icon, const SBFolder& folder,
+                                             const std::string& bundleIdentifier) {
+  const auto name = displayName(icon);
   if (!name) return std::nullopt;
   Dictionary data = iconRecord(*name, icon);
-  data.emplace(folder_keys::allIcons, SNUtils::folderRecord(folder));
-  SNUtils::logMessage("isFolderProtected (%@) -> iconsData: %@", bundleIdentifier, data);
+  data.emplace(folder_keys::allIcons, folderRecord(folder));
+  logMessage("isFolderProtected (%@) -> iconsData: %@", bundleIdentifier, data);
   return data;
 }
 
-}  // namespace
-
-bool SNUtils::hasAnyParentFolder(const std::string& bundleIdentifier) {
+bool Bridge::hasAnyParentFolder(const std::string& bundleIdentifier) {
   if (bundleIdentifier.empty()) return false;
-  const auto& controller = currentPlatform().iconController;
+  const auto& controller = platform_.iconController;
   if (!controller) return ask<messages::HasParentFolder>(bundleIdentifier);
-  const auto icon = controller->expectedIconForDisplayIdentifier
-                        ? controller->expectedIconForDisplayIdentifier(bundleIdentifier)
-                        : nullptr;
+  const auto icon =
+      answer(controller, &SBIconController::expectedIconForDisplayIdentifier, bundleIdentifier)
+          .orElse(nullptr);
   if (!icon || !icon->parent) {
     logMessage("'SBIcon' does not responds to selector 'parent'");
     return true;
@@ -70,9 +70,9 @@ bool SNUtils::hasAnyParentFolder(const std::string& bundleIdentifier) {
   return hasFolder;
 }
 
-std::optional<Dictionary> SNUtils::protectedFolderData(const std::string& bundleIdentifier) {
+std::optional<Dictionary> Bridge::protectedFolderData(const std::string& bundleIdentifier) {
   if (bundleIdentifier.empty()) return std::nullopt;
-  const auto& controller = currentPlatform().iconController;
+  const auto& controller = platform_.iconController;
   if (!controller) return ask<messages::ParentFolderProtected>(bundleIdentifier);
   for (const auto& folder : foldersOfHomeScreen(*controller))
     for (const auto& icon : iconsOf(*folder))
@@ -81,14 +81,14 @@ std::optional<Dictionary> SNUtils::protectedFolderData(const std::string& bundle
   return std::nullopt;
 }
 
-PropertyList::Array SNUtils::allIconsAsDictionary(const SBIcons& icons) {
+PropertyList::Array Bridge::allIconsAsDictionary(const SBIcons& icons) {
   PropertyList::Array records;
   for (const auto& icon : icons)
     if (const auto name = displayName(*icon)) records.emplace_back(iconRecord(*name, *icon));
   return records;
 }
 
-Dictionary SNUtils::folderRecord(const SBFolder& folder) {
+Dictionary Bridge::folderRecord(const SBFolder& folder) {
   Dictionary record;
   record.emplace(folder_keys::displayName, folder.displayName().value_or(""));
   record.emplace(folder_keys::allIcons, allIconsAsDictionary(iconsOf(folder)));
