@@ -2,9 +2,10 @@
 
 #include <algorithm>
 #include <optional>
-#include <string_view>
+#include <type_traits>
 
 #include "programs/common/CommandLine.h"
+#include "programs/common/CommandTable.h"
 #include "programs/common/HomeScreenProbe.h"
 #include "sentrel/bridge/SNUtils.h"
 #include "sentrel/controller/SentrelController.h"
@@ -39,55 +40,48 @@ Answer outcome(bool success) {
   return success ? Answer{"OK"} : Answer{"NO", exitNo};
 }
 
-Answer unlock(const std::string& item) {
-  SentrelController& controller = SentrelController::sharedInstance();
-  controller.updateLastAuthenticationTime(SessionKey(item));
-  return outcome(controller.shouldIgnoreAuthentication(item));
-}
-
-Answer suspend(const std::string&) {
-  SNUtils::suspendFrontMostApp();
-  return outcome(isHomeScreenThere());
-}
-
-struct Command {
-  std::string_view name;
-  bool takesItem;
-  Answer (*answer)(const std::string& item);
-};
-
 using Item = const std::string&;
 
-constexpr Command commands[] = {
-    {"ask", true, [](Item i) { return answerOf(SNSettings::sharedSettings().isAppProtected(i)); }},
-    {"listed", true,
-     [](Item i) {
-       return answerOf(SNSettings::sharedSettings().isAppProtected(i, /*ignoreAllOther=*/true));
-     }},
-    {"session", true,
-     [](Item i) {
-       return answerOf(SentrelController::sharedInstance().shouldIgnoreAuthentication(i));
-     }},
-    {"unlock", true, unlock},
-    {"name", true, [](Item i) { return answerOf(SNUtils::appName(i)); }},
-    {"application", true, [](Item i) { return answerOf(SNUtils::isApplication(i)); }},
-    {"system", true, [](Item i) { return answerOf(SNUtils::isSystemApplication(i)); }},
-    {"hidden", true, [](Item i) { return answerOf(SNUtils::isHiddenApp(i)); }},
-    {"foldered", true, [](Item i) { return answerOf(SNUtils::hasAnyParentFolder(i)); }},
-    {"folder", true, [](Item i) { return answerOf(SNUtils::protectedFolderData(i)); }},
-    {"networks", false,
-     [](Item) { return answerOf(SNWiFiManager::sharedManager().knownNetworks()); }},
-    {"network", false,
-     [](Item) { return answerOf(SNWiFiManager::sharedManager().currentNetWork()); }},
-    {"biometrics", false, [](Item) { return answerOf(SNUtils::isBioMetricsSupported()); }},
-    {"passcode", false, [](Item) { return answerOf(SNUtils::isDeviceHasPasscode()); }},
-    {"locked", false, [](Item) { return answerOf(SNUtils::isDeviceLocked()); }},
-    {"dark", false, [](Item) { return answerOf(SNUtils::isDarkModeEnabled()); }},
-    {"finger", false, [](Item) { return answerOf(SNUtils::isFingerOn()); }},
-    {"suspend", false, suspend},
-};
+/// Replies with what `query` says, about the item where it takes one.
+template <auto query>
+void tell(Item item, const Reply& reply) {
+  if constexpr (std::is_invocable_v<decltype(query), Item>)
+    reply(answerOf(query(item)));
+  else
+    reply(answerOf(query()));
+}
 
-void requestPhotos(const Reply& reply) {
+bool isProtected(Item item) {
+  return SNSettings::sharedSettings().isAppProtected(item);
+}
+
+bool isListed(Item item) {
+  return SNSettings::sharedSettings().isAppProtected(item, /*ignoreAllOther=*/true);
+}
+
+bool hasSession(Item item) {
+  return SentrelController::sharedInstance().shouldIgnoreAuthentication(item);
+}
+
+auto knownNetworks() {
+  return SNWiFiManager::sharedManager().knownNetworks();
+}
+
+auto currentNetwork() {
+  return SNWiFiManager::sharedManager().currentNetWork();
+}
+
+void unlock(Item item, const Reply& reply) {
+  SentrelController::sharedInstance().updateLastAuthenticationTime(SessionKey(item));
+  reply(outcome(hasSession(item)));
+}
+
+void suspend(Item, const Reply& reply) {
+  SNUtils::suspendFrontMostApp();
+  reply(outcome(isHomeScreenThere()));
+}
+
+void requestPhotos(Item, const Reply& reply) {
   if (SNUtils::isIOS11())
     throw UsageError(
         "from system 11 on Photos shows its prompt itself; this program has no screen");
@@ -96,17 +90,57 @@ void requestPhotos(const Reply& reply) {
       {}, [reply](bool success, bool) { reply(outcome(success)); });
 }
 
+constexpr Command<void(Item, const Reply&)> commands[] = {
+    {"ask", "[ITEM]", "whether it needs authentication now: YES or NO", 0, 1, tell<isProtected>},
+    {"listed", "[ITEM]", "whether it is configured as protected, whatever else: YES or NO", 0, 1,
+     tell<isListed>},
+    {"session", "[ITEM]", "whether an open session covers it: YES or NO", 0, 1, tell<hasSession>},
+    {"unlock", "[ITEM]",
+     "records that it was authenticated just now: OK, or NO where nobody\nkeeps it", 0, 1, unlock},
+    {"name", "[ITEM]", "its name as shown to people", 0, 1, tell<SNUtils::appName>},
+    {"application", "[ITEM]", "whether such an application is installed: YES or NO", 0, 1,
+     tell<SNUtils::isApplication>},
+    {"system", "[ITEM]", "whether it is one of the system's own: YES or NO", 0, 1,
+     tell<SNUtils::isSystemApplication>},
+    {"hidden", "[ITEM]", "whether the home screen hides it: YES or NO", 0, 1,
+     tell<SNUtils::isHiddenApp>},
+    {"foldered", "[ITEM]", "whether it lies in a folder: YES or NO", 0, 1,
+     tell<SNUtils::hasAnyParentFolder>},
+    {"folder", "[ITEM]", "the folder that it lies in", 0, 1, tell<SNUtils::protectedFolderData>},
+    {"networks", "", "the Wi-Fi networks that the device has joined before", 0, 0,
+     tell<knownNetworks>},
+    {"network", "", "the one that it is on", 0, 0, tell<currentNetwork>},
+    {"biometrics", "", "whether the device has a biometric sensor: YES or NO", 0, 0,
+     tell<SNUtils::isBioMetricsSupported>},
+    {"passcode", "", "whether the device has a passcode: YES or NO", 0, 0,
+     tell<SNUtils::isDeviceHasPasscode>},
+    {"locked", "", "whether it is locked: YES or NO", 0, 0, tell<SNUtils::isDeviceLocked>},
+    {"dark", "", "whether it is in dark mode: YES or NO", 0, 0, tell<SNUtils::isDarkModeEnabled>},
+    {"finger", "", "whether a finger is on its sensor: YES or NO", 0, 0, tell<SNUtils::isFingerOn>},
+    {"suspend", "", "sends the application at the front away: OK, or NO where nobody does", 0, 0,
+     suspend},
+    {"photos", "",
+     "has the home screen ask the owner for authentication, as Photos did\n"
+     "before system 11: OK once it succeeded, NO when it was cancelled\n"
+     "or nobody asks",
+     0, 0, requestPhotos},
+};
+
+constexpr CommandTable table = commands;
+
 }  // namespace
 
-void obey(const std::vector<std::string>& words, const std::string& ownIdentifier,
-          const Reply& reply) {
+std::string appCommandsHelp() {
+  return table.help(/*column=*/22) + "What nobody can tell is answered by NO or NONE.\n";
+}
+
+void obey(const Words& words, const std::string& ownIdentifier, const Reply& reply) {
   if (words.empty() || words.size() > 2) throw UsageError("expected COMMAND [ITEM]");
   const bool hasItem = words.size() == 2;
-  if (words[0] == "photos" && !hasItem) return requestPhotos(reply);
-  for (const Command& command : commands)
-    if (words[0] == command.name && (command.takesItem || !hasItem))
-      return reply(command.answer(hasItem ? words[1] : ownIdentifier));
-  throw UsageError("unknown command " + words[0] + (hasItem ? " with an item" : ""));
+  const auto* command = table.find(words[0]);
+  if (!command || !command->takes(words.size() - 1))
+    throw UsageError("unknown command " + words[0] + (hasItem ? " with an item" : ""));
+  command->run(hasItem ? words[1] : ownIdentifier, reply);
 }
 
 }  // namespace sentrel::programs

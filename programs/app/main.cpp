@@ -4,7 +4,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "device/bus/DeviceBus.h"
 #include "host/SettingsReloader.h"
@@ -18,19 +17,20 @@
 namespace sentrel::programs {
 namespace {
 
-const std::string usage = std::string(
-                              "usage: sentrel-app [options] BUNDLE-ID [COMMAND [ITEM]]\n"
-                              "\n"
-                              "Runs as the process of the application BUNDLE-ID. Without a command "
-                              "it obeys the lines of\n"
-                              "standard input, each answered by one line, until they end. ITEM is "
-                              "another bundle identifier\n"
-                              "in place of the application's own.\n"
-                              "\n"
-                              "commands:\n") +
-                          appCommandsUsage;
+std::string usage() {
+  return "usage: sentrel-app [options] BUNDLE-ID [COMMAND [ITEM]]\n"
+         "\n"
+         "Runs as the process of the application BUNDLE-ID. Without a command it obeys the lines "
+         "of\n"
+         "standard input, each answered by one line, until they end. ITEM is another bundle "
+         "identifier\n"
+         "in place of the application's own.\n"
+         "\n"
+         "commands:\n" +
+         appCommandsHelp();
+}
 
-void answer(const std::vector<std::string>& words, const std::string& ownIdentifier) {
+void answer(const Words& words, const std::string& ownIdentifier) {
   try {
     obey(words, ownIdentifier, [](const Answer& answered) { std::puts(answered.text.c_str()); });
   } catch (const UsageError& error) {
@@ -41,15 +41,12 @@ void answer(const std::vector<std::string>& words, const std::string& ownIdentif
 
 /// A command is obeyed behind what others posted before it was given.
 void obeyInput(RealProcess& self, const std::string& ownIdentifier) {
-  const auto commands = std::make_shared<LineReader>(
-      self.loop(), LineReader::AtEnd::stop, [&](const std::string& line) {
-        const auto words = wordsOf(line);
-        if (words.empty()) return;
-        self.connection().catchUp();
-        self.loop().async([words, ownIdentifier] { answer(words, ownIdentifier); });
-      });
-  self.loop().add(commands);
-  self.loop().run();
+  runOnInput(self.loop(), AtEndOfInput::stop, [&](const std::string& line) {
+    const Words words = wordsOf(line);
+    if (words.empty()) return;
+    self.connection().catchUp();
+    self.loop().async([words, ownIdentifier] { answer(words, ownIdentifier); });
+  });
 }
 
 /// Ends the loop once the bus is gone: what waits for the home screen would wait for ever.
@@ -68,8 +65,7 @@ class EndOfBus final : public loop::RunLoop::Source {
 };
 
 /// Returns once the command is answered, or nobody is left to answer it.
-ExitCode obeyOnce(RealProcess& self, const std::vector<std::string>& words,
-                  const std::string& ownIdentifier) {
+ExitCode obeyOnce(RealProcess& self, const Words& words, const std::string& ownIdentifier) {
   std::optional<Answer> answered;
   obey(words, ownIdentifier, [&](const Answer& given) {
     answered = given;
@@ -88,7 +84,7 @@ int run(const CommandLine& line) {
     throw UsageError("no BUNDLE-ID given");
   std::setvbuf(stdout, nullptr, _IOLBF, 0);
   const std::string identifier = line.arguments.front();
-  const std::vector<std::string> words(line.arguments.begin() + 1, line.arguments.end());
+  const Words words(line.arguments.begin() + 1, line.arguments.end());
   const auto address = bus::findBus({line.root, line.bus});
   if (!address)
     std::fputs("sentrel-app: no home-screen process runs on this root; nothing will be answered\n",
@@ -109,5 +105,5 @@ int run(const CommandLine& line) {
 
 int main(int argc, char** argv) {
   using namespace sentrel::programs;
-  return runProgram("sentrel-app", usage.c_str(), argc, argv, run);
+  return runProgram("sentrel-app", usage(), argc, argv, run);
 }

@@ -30,15 +30,13 @@ std::string environment(const char* name) {
   return value ? value : "";
 }
 
-[[noreturn]] void printUsageAndExit(const char* usage) {
-  std::fputs(usage, stdout);
+[[noreturn]] void printUsageAndExit(const std::string& usage) {
+  std::fputs(usage.c_str(), stdout);
   std::fputs(commonUsage, stdout);
   std::exit(exitDone);
 }
 
-}  // namespace
-
-CommandLine parseCommandLine(int argc, char** argv, const char* usage) {
+CommandLine parseCommandLine(int argc, char** argv, const std::string& usage) {
   CommandLine line;
   line.root = environment("SENTREL_ROOT");
   opterr = 0;
@@ -66,7 +64,9 @@ CommandLine parseCommandLine(int argc, char** argv, const char* usage) {
   return line;
 }
 
-int runProgram(const char* name, const char* usage, int argc, char** argv,
+}  // namespace
+
+int runProgram(const char* name, const std::string& usage, int argc, char** argv,
                int (*body)(const CommandLine&)) {
   try {
     return body(parseCommandLine(argc, argv, usage));

@@ -2,7 +2,8 @@
 
 #include <stdexcept>
 #include <string>
-#include <vector>
+
+#include "programs/common/Words.h"
 
 namespace sentrel::programs {
 
@@ -25,16 +26,14 @@ struct CommandLine {
   /// The message bus, where one was named.
   std::string bus;
   /// What is left after the options.
-  std::vector<std::string> arguments;
+  Words arguments;
 };
 
-/// Reads --root and --bus, with SENTREL_ROOT in place of a missing --root; prints the usage or the
-/// version and ends the program where asked to. Options end at the first argument. Throws
-/// UsageError, also when no root is named, and ProgramError when the root is no folder.
-CommandLine parseCommandLine(int argc, char** argv, const char* usage);
-
-/// Runs a program's body and turns what it throws into one line on standard error and an exit code.
-int runProgram(const char* name, const char* usage, int argc, char** argv,
+/// Runs a program's body with what it was called with: --root and --bus, with SENTREL_ROOT in place
+/// of a missing --root, and what stands behind the options, which end at the first argument. Prints
+/// the usage where asked to. Turns a wrong call, a root that is no folder, and what the body throws
+/// into one line on standard error and an exit code.
+int runProgram(const char* name, const std::string& usage, int argc, char** argv,
                int (*body)(const CommandLine&));
 
 }  // namespace sentrel::programs

@@ -5,6 +5,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <memory>
 #include <utility>
 
 namespace sentrel::programs {
@@ -12,7 +13,25 @@ namespace {
 
 constexpr std::size_t longestLine = std::size_t{64} * 1024;
 
-}  // namespace
+class LineReader final : public loop::RunLoop::Source {
+ public:
+  LineReader(loop::RunLoop& loop, AtEndOfInput atEnd, LineHandler handler)
+      : loop_(loop), atEnd_(atEnd), handler_(std::move(handler)) {}
+
+  Wish prepare() override;
+  void dispatch() override;
+
+ private:
+  void handleLines();
+  void ignoreIfTooLong(std::size_t length);
+
+  loop::RunLoop& loop_;
+  AtEndOfInput atEnd_;
+  LineHandler handler_;
+  std::string pending_;
+  bool isIgnored_ = false;  // the line that pending_ starts with, or is in the middle of
+  bool open_ = true;
+};
 
 loop::RunLoop::Source::Wish LineReader::prepare() {
   return {open_ ? STDIN_FILENO : -1, POLLIN, std::nullopt};
@@ -29,7 +48,7 @@ void LineReader::dispatch() {
   open_ = false;
   if (!pending_.empty()) pending_ += '\n';
   handleLines();
-  if (atEnd_ == AtEnd::stop) loop_.async([&loop = loop_] { loop.stop(); });
+  if (atEnd_ == AtEndOfInput::stop) loop_.async([&loop = loop_] { loop.stop(); });
 }
 
 void LineReader::handleLines() {
@@ -47,6 +66,15 @@ void LineReader::ignoreIfTooLong(std::size_t length) {
   if (length <= longestLine) return;
   isIgnored_ = true;
   std::fprintf(stderr, "input: a line of more than %zu bytes is ignored\n", longestLine);
+}
+
+}  // namespace
+
+void runOnInput(loop::RunLoop& loop, AtEndOfInput atEnd, LineHandler handler) {
+  // The loop does not keep it.
+  const auto reader = std::make_shared<LineReader>(loop, atEnd, std::move(handler));
+  loop.add(reader);
+  loop.run();
 }
 
 }  // namespace sentrel::programs

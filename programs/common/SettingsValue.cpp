@@ -1,22 +1,15 @@
 #include "programs/common/SettingsValue.h"
 
-#include <charconv>
-
 #include "programs/common/CommandLine.h"
+#include "programs/common/Numbers.h"
 
 namespace sentrel::programs {
 namespace {
 
-using Words = std::vector<std::string>;
-
 template <class Number>
-Number numberOf(const std::string& text, const char* kind) {
-  Number number{};
-  const char* end = text.data() + text.size();
-  const auto result = std::from_chars(text.data(), end, number);
-  if (result.ec != std::errc() || result.ptr != end)
-    throw UsageError("\"" + text + "\" is not " + kind);
-  return number;
+Number requireNumber(const std::string& text, const char* kind) {
+  if (const auto number = numberOf<Number>(text)) return *number;
+  throw UsageError("\"" + text + "\" is not " + kind);
 }
 
 bool flagOf(const std::string& text) {
@@ -39,9 +32,9 @@ PropertyList parseSettingsValue(SettingsType type, const Words& values) {
     case SettingsType::boolean:
       return flagOf(singleOf(values));
     case SettingsType::real:
-      return numberOf<double>(singleOf(values), "a number");
+      return requireNumber<double>(singleOf(values), "a number");
     case SettingsType::integer:
-      return numberOf<std::int64_t>(singleOf(values), "a whole number");
+      return requireNumber<std::int64_t>(singleOf(values), "a whole number");
     case SettingsType::string:
       return singleOf(values);
     case SettingsType::stringArray:

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <string>
-#include <vector>
-
+#include "programs/common/Words.h"
 #include "sentrel/platform/PropertyList.h"
 #include "sentrel/settings/SettingsKeys.h"
 
@@ -10,6 +8,6 @@ namespace sentrel::programs {
 
 /// What a person wrote for a setting of that type; a list takes several words. Throws UsageError
 /// for words that are no such value, and for folder records.
-PropertyList parseSettingsValue(SettingsType type, const std::vector<std::string>& words);
+PropertyList parseSettingsValue(SettingsType type, const Words& words);
 
 }  // namespace sentrel::programs

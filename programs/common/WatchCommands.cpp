@@ -1,10 +1,11 @@
 #include "programs/common/WatchCommands.h"
 
-#include <charconv>
 #include <cstdint>
-#include <vector>
+#include <optional>
 
 #include "programs/common/CommandLine.h"
+#include "programs/common/CommandTable.h"
+#include "programs/common/Numbers.h"
 #include "programs/common/Words.h"
 #include "sentrel/platform/PropertyList.h"
 
@@ -12,48 +13,46 @@ namespace sentrel::programs {
 namespace {
 
 using simulated::SimulatedWatch;
-using Words = std::vector<std::string>;
+
+constexpr const char* obeyed = "OK";
 
 template <class Integer>
-Integer numberOf(const std::string& word) {
-  Integer number{};
-  const char* const end = word.data() + word.size();
-  const auto read = std::from_chars(word.data(), end, number);
-  if (read.ec != std::errc() || read.ptr != end) throw UsageError("no number: " + word);
-  return number;
+void read(const std::string& word, Integer& number) {
+  const auto value = numberOf<Integer>(word);
+  if (!value) throw UsageError("no number: " + word);
+  number = *value;
 }
 
-bool yesOrNo(const std::string& word) {
+void read(const std::string& word, bool& flag) {
   if (word != "yes" && word != "no") throw UsageError("neither yes nor no: " + word);
-  return word == "yes";
+  flag = word == "yes";
 }
 
-/// A command of fixed words: what it is called, how many words follow, and what it does with them.
-struct Command {
-  const char* name;
-  std::size_t count;
-  void (*obey)(SimulatedWatch& watch, const Words& values);
-};
+void read(const std::string& word, std::optional<std::string>& text) {
+  text = word;
+}
 
-constexpr Command commands[] = {
-    {"wrist", 1,
-     [](auto& watch, auto& values) { watch.wristState = numberOf<std::int64_t>(values[0]); }},
-    {"lock", 1,
-     [](auto& watch, auto& values) { watch.lockState = numberOf<std::int32_t>(values[0]); }},
-    {"nearby", 1, [](auto& watch, auto& values) { watch.isNearby = yesOrNo(values[0]); }},
-    {"active", 1, [](auto& watch, auto& values) { watch.isActive = yesOrNo(values[0]); }},
-    {"connected", 1, [](auto& watch, auto& values) { watch.isConnected = yesOrNo(values[0]); }},
-    {"rssi", 2,
-     [](auto& watch, auto& values) {
-       const auto first = numberOf<std::int64_t>(values[0]);
-       watch.secondRSSI = numberOf<std::int64_t>(values[1]);
-       watch.firstRSSI = first;
-     }},
-    {"pair", 0, [](auto& watch, auto&) { watch.isPaired = true; }},
-    {"unpair", 0, [](auto& watch, auto&) { watch.isPaired = false; }},
-};
+template <auto member>
+std::string store(SimulatedWatch& watch, const Words& values) {
+  read(values[0], watch.*member);
+  return obeyed;
+}
 
-std::string show(const SimulatedWatch& watch) {
+std::string storeSignal(SimulatedWatch& watch, const Words& values) {
+  std::int64_t first = 0;
+  read(values[0], first);
+  read(values[1], watch.secondRSSI);
+  watch.firstRSSI = first;
+  return obeyed;
+}
+
+template <bool isPaired>
+std::string pair(SimulatedWatch& watch, const Words&) {
+  watch.isPaired = isPaired;
+  return obeyed;
+}
+
+std::string show(SimulatedWatch& watch, const Words&) {
   PropertyList::Dictionary shown{{"paired", watch.isPaired},
                                  {"wrist", watch.wristState},
                                  {"lock", watch.lockState},
@@ -67,36 +66,41 @@ std::string show(const SimulatedWatch& watch) {
   return describe(shown);
 }
 
+constexpr Command<std::string(SimulatedWatch& watch, const Words& values)> commands[] = {
+    {"wrist", "STATE", "its wrist state; 3 is worn", 1, 1, store<&SimulatedWatch::wristState>},
+    {"lock", "STATE", "its lock state; 0 is unlocked", 1, 1, store<&SimulatedWatch::lockState>},
+    {"nearby", "yes|no", "whether it is nearby", 1, 1, store<&SimulatedWatch::isNearby>},
+    {"active", "yes|no", "whether it is active", 1, 1, store<&SimulatedWatch::isActive>},
+    {"connected", "yes|no", "whether it is connected", 1, 1, store<&SimulatedWatch::isConnected>},
+    {"rssi", "FIRST SECOND", "its two signal values in dBm", 2, 2, storeSignal},
+    {"name", "TEXT", "its name", 1, 1, store<&SimulatedWatch::name>},
+    {"unpair", "", "no watch is paired", 0, 0, pair<false>},
+    {"pair", "", "one is again", 0, 0, pair<true>},
+    {"show", "", "prints all of it, the wake-ups and the taps so far", 0, 0, show},
+};
+
+constexpr CommandTable table = commands;
+
+/// A name is the rest of its line, with the spaces in it.
+Words watchWords(const std::string& line) {
+  constexpr std::string_view name = "name ";
+  return line.starts_with(name) ? Words{"name", line.substr(name.size())} : wordsOf(line);
+}
+
 }  // namespace
 
-const char* const watchCommandsUsage =
-    "  wrist STATE          its wrist state; 3 is worn\n"
-    "  lock STATE           its lock state; 0 is unlocked\n"
-    "  nearby yes|no        whether it is nearby\n"
-    "  active yes|no        whether it is active\n"
-    "  connected yes|no     whether it is connected\n"
-    "  rssi FIRST SECOND    its two signal values in dBm\n"
-    "  name TEXT            its name\n"
-    "  unpair, pair         no watch is paired, or one is again\n"
-    "  show                 prints all of it, the wake-ups and the taps so far\n";
+std::string watchCommandsHelp() {
+  return table.help(/*column=*/23);
+}
 
 std::string obeyWatchCommand(SimulatedWatch& watch, const std::string& line) {
-  constexpr std::string_view name = "name ";
-  if (line == "show") return show(watch);
-  if (line.starts_with(name)) {
-    watch.name = line.substr(name.size());
-    return "OK";
-  }
-  Words words = wordsOf(line);
-  for (const Command& command : commands) {
-    if (words.empty() || words[0] != command.name) continue;
-    words.erase(words.begin());
-    if (words.size() != command.count)
-      throw UsageError("wrong number of words after " + std::string(command.name));
-    command.obey(watch, words);
-    return "OK";
-  }
-  throw UsageError("unknown command \"" + line + "\"");
+  Words words = watchWords(line);
+  const auto* command = words.empty() ? nullptr : table.find(words[0]);
+  if (!command) throw UsageError("unknown command \"" + line + "\"");
+  words.erase(words.begin());
+  if (!command->takes(words.size()))
+    throw UsageError("wrong number of words after " + std::string(command->name));
+  return command->run(watch, words);
 }
 
 }  // namespace sentrel::programs

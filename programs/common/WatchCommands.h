@@ -11,6 +11,6 @@ namespace sentrel::programs {
 std::string obeyWatchCommand(simulated::SimulatedWatch& watch, const std::string& line);
 
 /// The lines that obeyWatchCommand knows, for people.
-extern const char* const watchCommandsUsage;
+std::string watchCommandsHelp();
 
 }  // namespace sentrel::programs

@@ -4,9 +4,9 @@
 
 namespace sentrel::programs {
 
-std::vector<std::string> wordsOf(const std::string& line) {
+Words wordsOf(const std::string& line) {
   std::istringstream stream(line);
-  std::vector<std::string> words;
+  Words words;
   for (std::string word; stream >> word;)
     words.push_back(word);
   return words;

@@ -5,7 +5,9 @@
 
 namespace sentrel::programs {
 
+using Words = std::vector<std::string>;
+
 /// The words of a line, parted by spaces and tabs.
-std::vector<std::string> wordsOf(const std::string& line);
+Words wordsOf(const std::string& line);
 
 }  // namespace sentrel::programs

@@ -148,7 +148,7 @@ constexpr Command commands[] = {
 
 }  // namespace
 
-std::span<const Command> checkCommands() {
+CommandTable checkCommands() {
   return commands;
 }
 

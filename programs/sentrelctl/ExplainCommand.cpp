@@ -103,7 +103,7 @@ constexpr Command commands[] = {
 
 }  // namespace
 
-std::span<const Command> explainCommands() {
+CommandTable explainCommands() {
   return commands;
 }
 

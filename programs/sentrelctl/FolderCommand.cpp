@@ -79,7 +79,7 @@ constexpr Command commands[] = {
 
 }  // namespace
 
-std::span<const Command> folderCommands() {
+CommandTable folderCommands() {
   return commands;
 }
 

@@ -40,7 +40,7 @@ constexpr Command commands[] = {
 
 }  // namespace
 
-std::span<const Command> listCommands() {
+CommandTable listCommands() {
   return commands;
 }
 

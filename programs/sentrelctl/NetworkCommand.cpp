@@ -74,7 +74,7 @@ constexpr Command commands[] = {
 
 }  // namespace
 
-std::span<const Command> networkCommands() {
+CommandTable networkCommands() {
   return commands;
 }
 

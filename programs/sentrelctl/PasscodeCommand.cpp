@@ -120,7 +120,7 @@ constexpr Command commands[] = {
 
 }  // namespace
 
-std::span<const Command> passcodeCommands() {
+CommandTable passcodeCommands() {
   return commands;
 }
 

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "programs/sentrelctl/Command.h"
+#include "sentrel/platform/PropertyList.h"
 #include "sentrel/settings/SettingsKeys.h"
 
 namespace sentrel::sentrelctl {

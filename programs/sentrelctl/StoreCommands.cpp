@@ -1,6 +1,5 @@
 #include <cstdio>
 #include <filesystem>
-#include <limits>
 
 #include "device/storage/PlistFiles.h"
 #include "programs/common/CommandLine.h"
@@ -14,11 +13,10 @@
 namespace sentrel::sentrelctl {
 namespace {
 
+using programs::anyNumber;
 using programs::ExitCode;
 using programs::ProgramError;
 using programs::UsageError;
-
-constexpr std::size_t anyNumber = std::numeric_limits<std::size_t>::max();
 
 ExitCode create(const Context& context, const Arguments&) {
   const std::string path(settingsFilePath);
@@ -93,7 +91,7 @@ constexpr Command commands[] = {
 
 }  // namespace
 
-std::span<const Command> storeCommands() {
+CommandTable storeCommands() {
   return commands;
 }
 

@@ -1,9 +1,8 @@
 // Plays the preferences pane: creates, shows, changes and checks the settings file.
 
-#include <algorithm>
+#include <array>
 #include <cstdio>
 #include <string>
-#include <vector>
 
 #include "device/bus/DeviceBus.h"
 #include "programs/common/CommandLine.h"
@@ -17,12 +16,15 @@ using programs::CommandLine;
 using programs::RealProcess;
 using programs::UsageError;
 
-std::vector<Command> allCommands() {
-  std::vector<Command> commands;
-  for (const auto table : {storeCommands(), listCommands(), checkCommands(), explainCommands(),
-                           passcodeCommands(), networkCommands(), folderCommands()})
-    commands.insert(commands.end(), table.begin(), table.end());
-  return commands;
+std::array<CommandTable, 7> tables() {
+  return {storeCommands(),    listCommands(),    checkCommands(), explainCommands(),
+          passcodeCommands(), networkCommands(), folderCommands()};
+}
+
+const Command& commandNamed(const std::string& name) {
+  for (const CommandTable& table : tables())
+    if (const Command* command = table.find(name)) return *command;
+  throw UsageError("unknown command " + name);
 }
 
 std::string usage() {
@@ -32,30 +34,24 @@ std::string usage() {
       "Reads and changes the settings file of a device and tells its processes of each change.\n"
       "\n"
       "commands:\n";
-  for (const Command& command : allCommands()) {
-    std::string call = std::string("  ") + command.name + " " + command.argumentsHelp;
-    call.resize(std::max<std::size_t>(call.size() + 1, 34), ' ');
-    text += call + command.help + "\n";
-  }
+  for (const CommandTable& table : tables())
+    text += table.help(/*column=*/34);
   return text;
 }
 
 int run(const CommandLine& line) {
   if (line.arguments.empty()) throw UsageError("no command given");
-  const auto commands = allCommands();
-  const auto command = std::ranges::find(commands, line.arguments.front(), &Command::name);
-  if (command == commands.end()) throw UsageError("unknown command " + line.arguments.front());
+  const Command& command = commandNamed(line.arguments.front());
   const Arguments arguments(line.arguments.begin() + 1, line.arguments.end());
   if (arguments.size() == 1 && arguments[0] == "--help") {
     std::fputs(usage().c_str(), stdout);
     return programs::exitDone;
   }
-  if (arguments.size() < command->fewest || arguments.size() > command->most)
-    throw UsageError(std::string("expected ") + command->name + " " + command->argumentsHelp);
+  if (!command.takes(arguments.size())) throw UsageError("expected " + command.call());
 
   const auto address = bus::findBus({line.root, line.bus});
   RealProcess self("sentrelctl", "com.apple.Preferences", line.root, address.value_or(""));
-  const auto code = command->run({storage::DeviceRoot(line.root)}, arguments);
+  const auto code = command.run({storage::DeviceRoot(line.root)}, arguments);
   self.connection().catchUp();
   return code;
 }
@@ -65,6 +61,5 @@ int run(const CommandLine& line) {
 
 int main(int argc, char** argv) {
   using namespace sentrel;
-  const std::string usage = sentrelctl::usage();
-  return programs::runProgram("sentrelctl", usage.c_str(), argc, argv, sentrelctl::run);
+  return programs::runProgram("sentrelctl", sentrelctl::usage(), argc, argv, sentrelctl::run);
 }

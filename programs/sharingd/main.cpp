@@ -1,7 +1,6 @@
 // The sharing daemon's process: answers what is asked about the watch, and lets it tap the wrist.
 
 #include <cstdio>
-#include <memory>
 #include <string>
 
 #include "device/bus/BusXpc.h"
@@ -19,15 +18,18 @@ namespace {
 
 constexpr const char* program = "sentrel-sharingd";
 
-const std::string usage =
-    "usage: sentrel-sharingd [options]\n"
-    "\n"
-    "Runs as the sharing daemon of a device, on the bus of its home-screen process, until it is\n"
-    "told to end: by a signal, or by a command on standard input. It has a watch, at first paired\n"
-    "but off the wrist, locked and far; each command is one line and is answered by one:\n" +
-    std::string(watchCommandsUsage) +
-    "  quit                 ends the process\n"
-    "Prints \"ready\" once it answers, and \"tap\" when the watch is to tap the wrist.\n";
+std::string usage() {
+  return "usage: sentrel-sharingd [options]\n"
+         "\n"
+         "Runs as the sharing daemon of a device, on the bus of its home-screen process, until it "
+         "is\n"
+         "told to end: by a signal, or by a command on standard input. It has a watch, at first "
+         "paired\n"
+         "but off the wrist, locked and far; each command is one line and is answered by one:\n" +
+         watchCommandsHelp() +
+         "  quit                 ends the process\n"
+         "Prints \"ready\" once it answers, and \"tap\" when the watch is to tap the wrist.\n";
+}
 
 void obey(RealProcess& self, const std::string& line) {
   if (line == "quit") return self.loop().stop();
@@ -60,11 +62,8 @@ int run(const CommandLine& line) {
   stopOnSignals(self.loop());
   serve(self);
   std::puts("ready");
-  const auto commands =
-      std::make_shared<LineReader>(self.loop(), LineReader::AtEnd::goOn,
-                                   [&self](const std::string& command) { obey(self, command); });
-  self.loop().add(commands);
-  self.loop().run();
+  runOnInput(self.loop(), AtEndOfInput::goOn,
+             [&self](const std::string& command) { obey(self, command); });
   return exitDone;
 }
 
@@ -73,5 +72,5 @@ int run(const CommandLine& line) {
 
 int main(int argc, char** argv) {
   using namespace sentrel::programs;
-  return runProgram(program, usage.c_str(), argc, argv, run);
+  return runProgram(program, usage(), argc, argv, run);
 }

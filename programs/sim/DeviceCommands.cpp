@@ -103,7 +103,7 @@ constexpr Command commands[] = {
 
 }  // namespace
 
-std::span<const Command> deviceCommands() {
+Table<Action> deviceCommands() {
   return commands;
 }
 

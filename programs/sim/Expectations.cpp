@@ -203,7 +203,7 @@ constexpr Expectation table[] = {
 
 }  // namespace
 
-std::span<const Expectation> expectations() {
+Table<Check> expectations() {
   return table;
 }
 

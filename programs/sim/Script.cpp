@@ -3,22 +3,27 @@
 #include <utility>
 
 #include "programs/sim/Command.h"
+#include "programs/sim/RequestKinds.h"
 
 namespace sentrel::sim {
 namespace {
 
 using Run = decltype(Step::run);
 
-const Command* findCommand(const std::string& name) {
-  for (const auto table : {requestCommands(), userCommands(), deviceCommands(), settingsCommands()})
-    if (const Command* command = findRow<Action>(table, name)) return command;
-  return nullptr;
+/// Where the help on a command begins.
+constexpr std::size_t helpColumn = 42;
+
+Action prepareAction(Phone& phone, const Words& words) {
+  if (const RequestKind* kind = findRequest(words[0]))
+    return insideHomeScreen(prepare<Ask>(*kind, phone, words));
+  for (const auto& table : {insideCommand(), userCommands(), deviceCommands(), settingsCommands()})
+    if (const Command* command = table.find(words[0]))
+      return prepare<Action>(*command, phone, words);
+  throw UsageError("unknown command \"" + words[0] + "\"");
 }
 
 Run prepareCommand(Phone& phone, const Words& words) {
-  const Command* command = findCommand(words[0]);
-  if (!command) throw UsageError("unknown command \"" + words[0] + "\"");
-  return [action = prepareRow(*command, phone, words)](Phone& it) {
+  return [action = prepareAction(phone, words)](Phone& it) {
     action(it);
     it.settle();
     return std::optional<std::string>();
@@ -40,10 +45,10 @@ Run prepareExpectation(Phone& phone, Words words) {
   const bool isNegated = !words.empty() && words[0] == "no";
   if (isNegated) words.erase(words.begin());
   if (words.empty()) throw UsageError("expected: expect [no] WHAT...");
-  const Expectation* expectation = findRow<Check>(expectations(), words[0]);
+  const Expectation* expectation = expectations().find(words[0]);
   if (!expectation) throw UsageError("nobody can expect \"" + words[0] + "\"");
-  return [whole, isNegated,
-          check = prepareRow(*expectation, phone, words)](Phone& it) -> std::optional<std::string> {
+  return [whole, isNegated, check = prepare<Check>(*expectation, phone, words)](
+             Phone& it) -> std::optional<std::string> {
     const Verdict verdict = check(it);
     if (verdict.isMet != isNegated) return std::nullopt;
     return "expected " + whole + ", seen " + verdict.seen;
@@ -104,10 +109,13 @@ std::vector<Step> readScript(Phone& phone, std::istream& input, const std::strin
 }
 
 std::string languageHelp() {
-  return "requests:\n" + helpFor(requestCommands()) + "\nthe user:\n" + helpFor(userCommands()) +
-         "\nthe phone:\n" + helpFor(deviceCommands()) + "\nthe settings:\n" +
-         helpFor(settingsCommands()) + "\nexpectations:\n" +
-         helpFor(expectations(), "expect [no] ");
+  std::string requests;
+  for (const auto& table : requestKinds())
+    requests += table.help(helpColumn);
+  return "requests:\n" + requests + insideCommand().help(helpColumn) + "\nthe user:\n" +
+         userCommands().help(helpColumn) + "\nthe phone:\n" + deviceCommands().help(helpColumn) +
+         "\nthe settings:\n" + settingsCommands().help(helpColumn) + "\nexpectations:\n" +
+         expectations().help(helpColumn, "expect [no] ");
 }
 
 }  // namespace sentrel::sim

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "programs/sim/Arguments.h"
 #include "programs/sim/Phone.h"
-#include "programs/sim/Row.h"
 
 namespace sentrel::sim {
 

@@ -85,7 +85,7 @@ Action passcode(Phone&, const Words& words) {
 
 constexpr Command commands[] = {
     {"set", "KEY VALUE...", "stores a setting with its type; a list takes several values", 1,
-     anyNumber, set},
+     programs::anyNumber, set},
     {"remove", "KEY", "removes a setting", 1, 1, remove},
     {"protect", "KIND ITEM", "KIND: app notifications pane switch control folder feature", 2, 2,
      protect},
@@ -95,7 +95,7 @@ constexpr Command commands[] = {
 
 }  // namespace
 
-std::span<const Command> settingsCommands() {
+Table<Action> settingsCommands() {
   return commands;
 }
 

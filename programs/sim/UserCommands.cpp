@@ -118,7 +118,7 @@ constexpr Command commands[] = {
 
 }  // namespace
 
-std::span<const Command> userCommands() {
+Table<Action> userCommands() {
   return commands;
 }
 

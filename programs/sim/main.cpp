@@ -8,7 +8,7 @@
 
 #include "programs/common/CommandLine.h"
 #include "programs/common/ExitCode.h"
-#include "programs/sim/Row.h"
+#include "programs/sim/Command.h"
 #include "programs/sim/Script.h"
 #include "programs/sim/Timeline.h"
 
@@ -110,6 +110,5 @@ int run(const CommandLine& line) {
 
 int main(int argc, char** argv) {
   using namespace sentrel;
-  const std::string usage = sim::usage();
-  return programs::runProgram("sentrel-sim", usage.c_str(), argc, argv, sim::run);
+  return programs::runProgram("sentrel-sim", sim::usage(), argc, argv, sim::run);
 }

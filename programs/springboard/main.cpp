@@ -1,11 +1,9 @@
 // The home-screen process: holds the unlock sessions and answers every other process.
 
-#include <charconv>
+#include <cstdint>
 #include <cstdio>
-#include <memory>
 #include <stdexcept>
 #include <string>
-#include <string_view>
 
 #include "device/bus/BusError.h"
 #include "device/bus/DeviceBus.h"
@@ -14,8 +12,10 @@
 #include "host/SpringBoardObservers.h"
 #include "host/SpringBoardResponder.h"
 #include "programs/common/CommandLine.h"
+#include "programs/common/CommandTable.h"
 #include "programs/common/ExitCode.h"
 #include "programs/common/LineReader.h"
+#include "programs/common/Numbers.h"
 #include "programs/common/RealProcess.h"
 #include "programs/common/SignalStop.h"
 #include "programs/springboard/HomeScreenView.h"
@@ -25,24 +25,6 @@
 
 namespace sentrel::programs {
 namespace {
-
-constexpr const char* usage =
-    "usage: sentrel-springboard [options]\n"
-    "\n"
-    "Runs as the home-screen process of a device until it is told to end: by a signal, or by a\n"
-    "command on standard input, one a line:\n"
-    "  lock           the device locks\n"
-    "  unlock         and is unlocked\n"
-    "  dim            the screen dims\n"
-    "  join NAME      the device joins a Wi-Fi network\n"
-    "  leave          and leaves it\n"
-    "  sensor NUMBER  the biometric sensor reports the event of that number\n"
-    "  watch          asks about the paired watch, and prints what is known of it\n"
-    "  launch ID      opens an application, and prints what becomes of it\n"
-    "  window         shows the screen in a window, for fingers and keys\n"
-    "  tap MODE       has the watch tap the wrist: twice for 1, three times for 2, else once\n"
-    "  quit           ends the process\n"
-    "Prints \"ready ADDRESS\" once others can ask it, and the log lines that they send.\n";
 
 /// What commands work on.
 struct Session {
@@ -85,15 +67,13 @@ void leave(Session& session, const std::string&) {
 }
 
 void sense(Session& session, const std::string& number) {
-  BiometricEvent event = 0;
-  const char* end = number.data() + number.size();
-  const auto [read, error] = std::from_chars(number.data(), end, event);
-  if (error != std::errc() || read != end) {
+  const auto event = numberOf<BiometricEvent>(number);
+  if (!event) {
     std::fprintf(stderr, "sentrel-springboard: not the number of an event: \"%s\"\n",
                  number.c_str());
     return;
   }
-  session.self.device().sensor().emit(event);
+  session.self.device().sensor().emit(*event);
   std::puts("sensed");
 }
 
@@ -104,7 +84,7 @@ void askWatch(Session&, const std::string&) {
 }
 
 void tap(Session&, const std::string& mode) {
-  vibrateAppleWatch(PropertyList(mode).integerValue());
+  vibrateAppleWatch(numberOf<std::int64_t>(mode).value_or(0));
   std::puts("tapped");
 }
 
@@ -125,25 +105,40 @@ void openWindow(Session& session, const std::string&) {
   }
 }
 
-struct Command {
-  std::string_view name;
-  bool takesArgument;
-  void (*act)(Session& session, const std::string& argument);
+constexpr Command<void(Session& session, const std::string& argument)> commands[] = {
+    {"lock", "", "the device locks", 0, 0, lock},
+    {"unlock", "", "and is unlocked", 0, 0, unlock},
+    {"dim", "", "the screen dims", 0, 0, dim},
+    {"join", "NAME", "the device joins a Wi-Fi network", 1, 1, join},
+    {"leave", "", "and leaves it", 0, 0, leave},
+    {"sensor", "NUMBER", "the biometric sensor reports the event of that number", 1, 1, sense},
+    {"watch", "", "asks about the paired watch, and prints what is known of it", 0, 0, askWatch},
+    {"launch", "ID", "opens an application, and prints what becomes of it", 1, 1, launch},
+    {"window", "", "shows the screen in a window, for fingers and keys", 0, 0, openWindow},
+    {"tap", "MODE", "has the watch tap the wrist: twice for 1, three times for 2, else once", 1, 1,
+     tap},
+    {"quit", "", "ends the process", 0, 0, quit},
 };
 
-constexpr Command commands[] = {
-    {"lock", false, lock},    {"unlock", false, unlock},     {"dim", false, dim},
-    {"join", true, join},     {"leave", false, leave},       {"sensor", true, sense},
-    {"launch", true, launch}, {"window", false, openWindow}, {"watch", false, askWatch},
-    {"tap", true, tap},       {"quit", false, quit},
-};
+constexpr CommandTable table = commands;
 
+std::string usage() {
+  return "usage: sentrel-springboard [options]\n"
+         "\n"
+         "Runs as the home-screen process of a device until it is told to end: by a signal, or by "
+         "a\n"
+         "command on standard input, one a line:\n" +
+         table.help(/*column=*/17) +
+         "Prints \"ready ADDRESS\" once others can ask it, and the log lines that they send.\n";
+}
+
+/// What stands behind the first space is one argument, with the spaces in it.
 void obey(Session& session, const std::string& line) {
   const std::size_t space = line.find(' ');
-  const std::string name = line.substr(0, space);
-  for (const Command& command : commands)
-    if (name == command.name && command.takesArgument == (space != line.npos))
-      return command.act(session, command.takesArgument ? line.substr(space + 1) : "");
+  const bool hasArgument = space != line.npos;
+  const auto* command = table.find(line.substr(0, space));
+  if (command && command->takes(hasArgument ? 1 : 0))
+    return command->run(session, hasArgument ? line.substr(space + 1) : "");
   std::fprintf(stderr, "sentrel-springboard: unknown command \"%s\"\n", line.c_str());
 }
 
@@ -166,12 +161,8 @@ int run(const CommandLine& line) {
                             std::printf("log %s\n", text.c_str());
                           }));
   std::printf("ready %s\n", homeBus.address().c_str());
-  // The loop does not keep it.
-  const auto reader = std::make_shared<LineReader>(
-      self.loop(), LineReader::AtEnd::goOn,
-      [&session](const std::string& command) { obey(session, command); });
-  self.loop().add(reader);
-  self.loop().run();
+  runOnInput(self.loop(), AtEndOfInput::goOn,
+             [&session](const std::string& command) { obey(session, command); });
   return exitDone;
 }
 
@@ -180,5 +171,5 @@ int run(const CommandLine& line) {
 
 int main(int argc, char** argv) {
   using namespace sentrel::programs;
-  return runProgram("sentrel-springboard", usage, argc, argv, run);
+  return runProgram("sentrel-springboard", usage(), argc, argv, run);
 }

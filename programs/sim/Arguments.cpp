@@ -1,19 +1,10 @@
-#include "programs/sim/Row.h"
+#include "programs/sim/Arguments.h"
 
-#include <charconv>
-#include <cmath>
+#include "programs/common/Numbers.h"
 
 namespace sentrel::sim {
-namespace {
 
-template <class Number>
-bool read(const std::string& word, Number& number) {
-  const char* end = word.data() + word.size();
-  const auto result = std::from_chars(word.data(), end, number);
-  return result.ec == std::errc() && result.ptr == end;
-}
-
-}  // namespace
+using programs::numberOf;
 
 std::size_t choiceOf(const std::string& word, std::span<const char* const> choices) {
   std::string all;
@@ -26,22 +17,20 @@ std::size_t choiceOf(const std::string& word, std::span<const char* const> choic
 
 double secondsOf(const std::string& word) {
   constexpr double longest = 1e9;
-  double seconds = 0;
-  if (!read(word, seconds) || !(seconds >= 0 && seconds <= longest))
+  const auto seconds = numberOf<double>(word);
+  if (!seconds || !(*seconds >= 0 && *seconds <= longest))
     throw UsageError("\"" + word + "\" is no number of seconds");
-  return seconds;
+  return *seconds;
 }
 
 std::int64_t wholeNumberOf(const std::string& word) {
-  std::int64_t number = 0;
-  if (!read(word, number)) throw UsageError("\"" + word + "\" is no whole number");
-  return number;
+  if (const auto number = numberOf<std::int64_t>(word)) return *number;
+  throw UsageError("\"" + word + "\" is no whole number");
 }
 
 std::size_t countOf(const std::string& word) {
-  std::size_t number = 0;
-  if (!read(word, number)) throw UsageError("\"" + word + "\" is no count");
-  return number;
+  if (const auto number = numberOf<std::size_t>(word)) return *number;
+  throw UsageError("\"" + word + "\" is no count");
 }
 
 bool yesOrNo(const std::string& word) {
