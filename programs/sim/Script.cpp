@@ -72,8 +72,9 @@ std::string takeWord(std::string_view& rest) {
   return word;
 }
 
-}  // namespace
-
+/// The words of a line, parted by spaces. Between double quotes spaces belong to the word, and so
+/// does what stands behind a backslash; from a # at the beginning of a word to the end is a
+/// comment. Throws UsageError for quotes that do not end.
 Words splitLine(const std::string& line) {
   Words words;
   std::string_view rest = line;
@@ -84,6 +85,8 @@ Words splitLine(const std::string& line) {
     words.push_back(takeWord(rest));
   }
 }
+
+}  // namespace
 
 std::optional<Step> prepareStep(Phone& phone, int line, const std::string& text) {
   const Words words = splitLine(text);

@@ -6,15 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "programs/sim/Arguments.h"
 #include "programs/sim/Phone.h"
 
 namespace sentrel::sim {
-
-/// The words of a line, parted by spaces. Between double quotes spaces belong to the word, and so
-/// does what stands behind a backslash; from a # at the beginning of a word to the end is a
-/// comment. Throws UsageError for quotes that do not end.
-Words splitLine(const std::string& line);
 
 /// One line of a script, checked and ready to run. `run` returns what was wrong, in words, where an
 /// expectation was not met.

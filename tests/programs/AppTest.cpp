@@ -6,9 +6,7 @@
 #include <optional>
 
 #include "device/bus/DeviceBus.h"
-#include "host/SpringBoardResponder.h"
 #include "programs/common/RealProcess.h"
-#include "sentrel/bridge/MessageCoding.h"
 #include "sentrel/bridge/SNUtils.h"
 #include "sentrel/controller/SentrelController.h"
 #include "tests/programs/ProgramRun.h"
@@ -65,6 +63,7 @@ TEST_F(App, AsksTheHomeScreenAndPrintsNothingButTheAnswer) {
   EXPECT_EQ(answer({notes, "ask"}), "YES\n0");
   EXPECT_EQ(answer({maps, "ask", notes}), "YES\n0");
   EXPECT_EQ(answer({notes, "session"}), "NO\n1");
+  EXPECT_EQ(answer({notes, "unlock", "\xff"}), "NO\n1") << "no text";
   EXPECT_EQ(answer({notes, "unlock"}), "OK\n0");
   EXPECT_EQ(answer({notes, "ask"}), "NO\n1") << "the home screen keeps the session";
   EXPECT_EQ(answer({notes, "session"}), "YES\n0");
@@ -72,17 +71,6 @@ TEST_F(App, AsksTheHomeScreenAndPrintsNothingButTheAnswer) {
   EXPECT_EQ(run("sentrel-app", {notes, "ask"}).errors, "");
   EXPECT_EQ(home.ask("lock"), "locked");
   EXPECT_EQ(answer({notes, "ask"}), "YES\n0");
-}
-
-TEST_F(App, SaysThatAnUnlockIsNotKept) {
-  RunningProgram home("sentrel-springboard", {"--root", root.path()});
-  ASSERT_TRUE(home.hear().starts_with("ready "));
-  EXPECT_EQ(answer({notes, "unlock", "\xff"}), "NO\n1") << "no text";
-  EXPECT_EQ(run("sentrelctl", {"set", "SentrelRemember", "NO"}).code, 0);
-  EXPECT_EQ(answer({notes, "unlock"}), "NO\n1") << "there are no sessions";
-  EXPECT_EQ(run("sentrelctl", {"set", "SentrelRemember", "YES"}).code, 0);
-  EXPECT_EQ(answer({notes, "session"}), "NO\n1");
-  EXPECT_EQ(answer({notes, "unlock"}), "OK\n0");
 }
 
 TEST_F(App, ObeysEveryWholeLineToTheEndOfTheInput) {
@@ -98,11 +86,8 @@ TEST_F(App, ObeysEveryWholeLineToTheEndOfTheInput) {
   } cases[] = {
       {"nothing", "", "", ""},
       {"no newline at the end", "ask", "YES\n", ""},
-      {"nor behind another line", "ask\nask " + maps, "YES\nNO\n", ""},
       {"as long as a line may be", indented(65536, "ask") + "\n", "YES\n", ""},
       {"one byte too long", indented(65537, "ask") + "\nask " + maps, "NO\n", ignored},
-      {"a command behind the limit", indented(65539, "ask") + "\nask " + maps, "NO\n", ignored},
-      {"long enough for three", indented(200'000, "ask") + "\nask " + maps, "NO\n", ignored},
       {"two of them", indented(70'000, "ask") + "\n" + indented(70'000, "ask") + "\nask " + maps,
        "NO\n", ignored + ignored},
       {"at the end", "ask\n" + indented(70'000, "ask"), "YES\n", ignored},
@@ -180,7 +165,6 @@ class AppOnThePhone : public App {
               "showing");
   }
 
-  const std::string chess = "com.example.chess";
   const std::string photos = "com.apple.mobileslideshow";
   const std::string diagnostics = "com.apple.diagnostics";
   const std::string unknown = "com.example.unknown";
@@ -188,170 +172,100 @@ class AppOnThePhone : public App {
 };
 
 TEST_F(AppOnThePhone, IsToldEverythingByTheHomeScreenAndNothingWithoutOne) {
-  constexpr const char* bankFolder =
-      "{SentrelAllIcons = {SentrelAllIcons = ({SentrelBundleIdentifier = \"com.example.bank\"; "
-      "SentrelFolderDisplayName = \"Bank\"}); SentrelFolderDisplayName = \"Geld\"}; "
-      "SentrelBundleIdentifier = \"com.example.bank\"; SentrelFolderDisplayName = \"Bank\"}\n0";
-  constexpr const char* knownNetworks = "(\"Zuhause\", \"Café Größe 1\")\n0";
   const struct {
     std::vector<std::string> question;
-    const char* on;     ///< where every flag of the hardware is set
-    const char* off;    ///< where none is
-    const char* alone;  ///< without a home screen
+    std::string answer;
   } cases[] = {
-      {{"name"}, "Notizen\n0", "Notizen\n0", "NONE\n1"},
-      {{"name", unknown}, "NONE\n1", "NONE\n1", "NONE\n1"},
-      {{"application"}, "YES\n0", "YES\n0", "NO\n1"},
-      {{"application", unknown}, "NO\n1", "NO\n1", "NO\n1"},
-      {{"system", diagnostics}, "YES\n0", "YES\n0", "NO\n1"},
-      {{"system"}, "NO\n1", "NO\n1", "NO\n1"},
-      {{"system", unknown}, "NO\n1", "NO\n1", "NO\n1"},
-      {{"hidden", diagnostics}, "YES\n0", "YES\n0", "NO\n1"},
-      {{"hidden"}, "NO\n1", "NO\n1", "NO\n1"},
-      {{"hidden", unknown}, "NO\n1", "NO\n1", "NO\n1"},
-      {{"foldered", chess}, "YES\n0", "YES\n0", "NO\n1"},
-      {{"foldered"}, "NO\n1", "NO\n1", "NO\n1"},
-      {{"foldered", unknown}, "YES\n0", "YES\n0", "NO\n1"},
-      {{"folder", "com.example.bank"}, bankFolder, bankFolder, "NONE\n1"},
-      {{"folder"}, "NONE\n1", "NONE\n1", "NONE\n1"},
-      {{"folder", unknown}, "NONE\n1", "NONE\n1", "NONE\n1"},
-      {{"networks"}, knownNetworks, knownNetworks, "NONE\n1"},
-      {{"network"}, "{SSID = \"Zuhause\"}\n0", "NONE\n1", "NONE\n1"},
-      {{"biometrics"}, "YES\n0", "NO\n1", "NO\n1"},
-      {{"passcode"}, "YES\n0", "NO\n1", "NO\n1"},
-      {{"locked"}, "YES\n0", "NO\n1", "NO\n1"},
-      {{"dark"}, "YES\n0", "NO\n1", "NO\n1"},
-      {{"finger"}, "YES\n0", "NO\n1", "NO\n1"},
-      {{"suspend"}, "OK\n0", "OK\n0", "NO\n1"},
+      {{"name"}, "Notizen\n0"},
+      {{"name", unknown}, "NONE\n1"},
+      {{"application"}, "YES\n0"},
+      {{"application", unknown}, "NO\n1"},
+      {{"system", diagnostics}, "YES\n0"},
+      {{"system"}, "NO\n1"},
+      {{"hidden", diagnostics}, "YES\n0"},
+      {{"hidden", photos}, "NO\n1"},
+      {{"foldered", "com.example.chess"}, "YES\n0"},
+      {{"foldered"}, "NO\n1"},
+      {{"folder", "com.example.bank"},
+       "{SentrelAllIcons = {SentrelAllIcons = ({SentrelBundleIdentifier = \"com.example.bank\"; "
+       "SentrelFolderDisplayName = \"Bank\"}); SentrelFolderDisplayName = \"Geld\"}; "
+       "SentrelBundleIdentifier = \"com.example.bank\"; SentrelFolderDisplayName = \"Bank\"}\n0"},
+      {{"folder"}, "NONE\n1"},
+      {{"networks"}, "(\"Zuhause\", \"Café Größe 1\")\n0"},
+      {{"network"}, "{SSID = \"Zuhause\"}\n0"},
+      {{"biometrics"}, "YES\n0"},
+      {{"passcode"}, "NO\n1"},
+      {{"locked"}, "YES\n0"},
+      {{"dark"}, "NO\n1"},
+      {{"finger"}, "YES\n0"},
+      {{"suspend"}, "OK\n0"},
   };
-  const auto ask = [&](const char* situation, auto expected) {
+  const auto answerAlone = [](const std::string& answer) {
+    const bool isText =
+        !answer.starts_with("YES") && !answer.starts_with("NO\n") && !answer.starts_with("OK");
+    return isText ? "NONE\n1" : "NO\n1";
+  };
+  describeHardware(
+      "<key>FaceID</key><true/><key>PasscodeSet</key><false/><key>Locked</key><true/>"
+      "<key>DarkMode</key><false/><key>FingerOn</key><true/>"
+      "<key>JoinedNetwork</key><string>Zuhause</string>");
+  for (const bool isAlone : {true, false}) {
+    if (!isAlone) startHome();
     for (const auto& c : cases) {
       std::vector<std::string> arguments = c.question;
       arguments.insert(arguments.begin(), notes);
-      EXPECT_EQ(answer(arguments), c.*expected)
-          << situation << ": " << ::testing::PrintToString(c.question);
+      EXPECT_EQ(answer(arguments), isAlone ? answerAlone(c.answer) : c.answer)
+          << ::testing::PrintToString(c.question) << (isAlone ? " alone" : "");
     }
-  };
-  using Case = std::remove_cvref_t<decltype(cases[0])>;
-  ask("alone", &Case::alone);
-  describeHardware(
-      "<key>FaceID</key><true/><key>PasscodeSet</key><true/><key>Locked</key><true/>"
-      "<key>DarkMode</key><true/><key>FingerOn</key><true/>"
-      "<key>JoinedNetwork</key><string>Zuhause</string>");
-  startHome();
-  ask("on", &Case::on);
-  describeHardware("<key>FaceID</key><false/><key>PasscodeSet</key><false/>");
-  startHome();
-  ask("off", &Case::off);
+  }
 }
 
-TEST_F(AppOnThePhone, SendsTheApplicationAtTheFrontAway) {
-  const bus::PrivateBus bus;
-  describeHardware("<key>FrontApplication</key><string>com.example.notes</string>");
-  // Called upon for a name, it tells what is at the front.
-  const bus::ChildProcess teller([&](const bus::ChildProcess::Ready& ready) {
-    programs::RealProcess self("test", std::string(springBoardBundleIdentifier), root.path(),
-                               bus.address());
-    const host::SpringBoardResponder responder({});
-    self.connection().serve(
-        bus::springBoardService, std::string(messageChannelName),
-        [&](const std::string& message, const UserInfo& userInfo) {
-          if (message != messages::AppName::name) return responder(message, userInfo);
-          return encodeMessageData(self.device().applications().front().value_or("home screen"));
-        });
-    ready("ready");
-    self.loop().run();
-  });
-  EXPECT_EQ(answer({"--bus", bus.address(), maps, "name"}), "com.example.notes\n0");
-  EXPECT_EQ(answer({"--bus", bus.address(), maps, "suspend"}), "OK\n0");
-  EXPECT_EQ(answer({"--bus", bus.address(), maps, "name"}), "home screen\n0");
-}
-
-TEST_F(AppOnThePhone, HasTheHomeScreenAskForPhotosOnOlderSystems) {
+/// The ways in which the home screen's prompt for Photos, of the older systems, ends.
+TEST_F(AppOnThePhone, WaitsForPhotosOnlyAsLongAsSomebodyAsks) {
   const struct {
-    const char* version;
-    const char* alerts;
-    const char* event;
+    const char* what;
+    void (*end)(RunningProgram& springBoard);
     const char* answer;
     int code;
     const char* session;
   } cases[] = {
-      {"10.3.1", "", "sensor 3", "OK", 0, "YES\n0"},
-      {"10.3.1", "", "lock", "NO", 1, "NO\n1"},
-      {"10.3.1", "<key>LegacyAlerts</key><true/>", "sensor 3", "OK", 0, "YES\n0"},
-      {"10.3.1", "<key>LegacyAlerts</key><true/>", "lock", "NO", 1, "NO\n1"},
-      {"9.3.5", "", "sensor 3", "OK", 0, "YES\n0"},
+      {"matched", [](auto& it) { it.say("sensor 3"); }, "OK", 0, "YES\n0"},
+      {"locked", [](auto& it) { it.say("lock"); }, "NO", 1, "NO\n1"},
+      {"killed", [](auto& it) { kill(it.process(), SIGTERM); }, "NO", 1, "NO\n1"},
   };
+  installSystem("10.3.1");
+  EXPECT_EQ(answer({photos, "photos"}), "NO\n1");
   for (const auto& c : cases) {
-    SCOPED_TRACE(std::string(c.version) + c.alerts + c.event);
-    installSystem(c.version);
-    describeHardware(std::string("<key>TouchID</key><true/><key>FaceID</key><false/>") + c.alerts);
+    SCOPED_TRACE(c.what);
     startHome();
     RunningProgram app("sentrel-app", {"--root", root.path(), photos, "photos"});
     ASSERT_NO_FATAL_FAILURE(waitForPrompt());
-    home->say(c.event);
+    c.end(*home);
     EXPECT_EQ(app.hear(), c.answer);
     EXPECT_EQ(app.exitCode(), c.code);
     EXPECT_EQ(answer({photos, "session", "Fotos-Schutz"}), c.session);
   }
+  installSystem("11.0");
+  EXPECT_EQ(answer({photos, "photos"}), "2");
 }
 
-TEST_F(AppOnThePhone, WaitsForPhotosOnlyAsLongAsSomebodyAsks) {
-  installSystem("10.3.1");
-  EXPECT_EQ(answer({photos, "photos"}), "NO\n1");
+TEST_F(AppOnThePhone, LosesItsSessionWhenAnotherApplicationLocksTheDevice) {
   startHome();
-  RunningProgram app("sentrel-app", {"--root", root.path(), photos, "photos"});
-  ASSERT_NO_FATAL_FAILURE(waitForPrompt());
-  kill(home->process(), SIGTERM);
-  EXPECT_EQ(app.hear(), "NO");
-  EXPECT_EQ(app.exitCode(), 1);
-  for (const char* version : {"11.0", "14.2"}) {
-    installSystem(version);
-    EXPECT_EQ(answer({photos, "photos"}), "2") << version;
-  }
+  EXPECT_EQ(answer({notes, "unlock"}), "OK\n0");
+  inAnotherApp([] {
+    SNUtils::lockUI(/*force=*/true);
+    return "done";
+  });
+  EXPECT_EQ(answer({notes, "locked"}), "YES\n0");
+  EXPECT_EQ(answer({notes, "session"}), "NO\n1");
 }
 
-TEST_F(AppOnThePhone, LosesItsSessionHoweverTheDeviceIsLocked) {
-  const struct {
-    const char* way;
-    void (*lock)();
-  } cases[] = {
-      {"lock", [] { SNUtils::lockUI(); }},
-      {"forced", [] { SNUtils::lockUI(/*force=*/true); }},
-  };
+TEST_F(AppOnThePhone, KnowsWhetherAFingerIsOnItsSensor) {
+  describeHardware("<key>TouchID</key><true/><key>FaceID</key><false/>");
   startHome();
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.way);
-    EXPECT_EQ(home->ask("unlock"), "unlocked");
-    EXPECT_EQ(answer({notes, "unlock"}), "OK\n0");
-    EXPECT_EQ(answer({notes, "session"}), "YES\n0");
-    EXPECT_EQ(inAnotherApp([&c] {
-                c.lock();
-                return "done";
-              }),
-              "done");
-    EXPECT_EQ(answer({notes, "locked"}), "YES\n0");
-    EXPECT_EQ(answer({notes, "session"}), "NO\n1");
-  }
-}
-
-TEST_F(AppOnThePhone, KnowsWhetherAFingerIsOnASensorForFingers) {
-  const struct {
-    const char* hardware;
-    const char* touched;
-  } cases[] = {
-      {"<key>TouchID</key><true/><key>FaceID</key><false/>", "YES\n0"},
-      {"<key>FaceID</key><true/>", "NO\n1"},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.hardware);
-    describeHardware(c.hardware);
-    startHome();
-    EXPECT_EQ(answer({notes, "finger"}), "NO\n1");
-    EXPECT_EQ(home->ask("sensor 1"), "sensed");
-    EXPECT_EQ(answer({notes, "finger"}), c.touched);
-    EXPECT_EQ(home->ask("sensor 0"), "sensed");
-    EXPECT_EQ(answer({notes, "finger"}), "NO\n1");
+  for (const auto& [command, answered] : {std::pair("sensor 1", "YES\n0"), {"sensor 0", "NO\n1"}}) {
+    EXPECT_EQ(home->ask(command), "sensed");
+    EXPECT_EQ(answer({notes, "finger"}), answered);
   }
 }
 
