@@ -27,6 +27,11 @@ const std::string& singleOf(const Words& values) {
 
 }  // namespace
 
+const SettingsKey& requireSettingsKey(const std::string& name) {
+  if (const SettingsKey* key = findSettingsKey(name)) return *key;
+  throw UsageError("there is no setting " + name);
+}
+
 PropertyList parseSettingsValue(SettingsType type, const Words& values) {
   switch (type) {
     case SettingsType::boolean:

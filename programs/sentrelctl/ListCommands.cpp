@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "programs/common/CommandLine.h"
+#include "programs/common/SettingsValue.h"
 #include "programs/sentrelctl/Command.h"
 #include "programs/sentrelctl/SettingsFile.h"
 
@@ -11,7 +12,7 @@ using programs::ExitCode;
 using programs::UsageError;
 
 const SettingsKey& requireList(const std::string& name) {
-  const SettingsKey& key = requireKey(name);
+  const SettingsKey& key = programs::requireSettingsKey(name);
   if (key.type != SettingsType::stringArray) throw UsageError(name + " is no list of texts");
   return key;
 }

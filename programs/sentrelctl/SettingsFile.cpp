@@ -11,7 +11,6 @@
 namespace sentrel::sentrelctl {
 
 using programs::ProgramError;
-using programs::UsageError;
 
 namespace {
 
@@ -60,11 +59,6 @@ std::optional<PropertyList> asSet(std::string_view key, std::optional<PropertyLi
 }
 
 }  // namespace
-
-const SettingsKey& requireKey(const std::string& name) {
-  if (const SettingsKey* key = findSettingsKey(name)) return *key;
-  throw UsageError("there is no setting " + name);
-}
 
 PropertyList::Dictionary readSettingsFile(const Context& context) {
   const std::string path = settingsFileOnThisMachine(context);

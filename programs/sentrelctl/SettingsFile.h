@@ -10,9 +10,6 @@
 
 namespace sentrel::sentrelctl {
 
-/// The known key of that name; throws UsageError for any other.
-const SettingsKey& requireKey(const std::string& name);
-
 /// The settings file as it stands; throws ProgramError with the reason when it cannot be read.
 PropertyList::Dictionary readSettingsFile(const Context& context);
 

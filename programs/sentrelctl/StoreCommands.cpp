@@ -46,7 +46,7 @@ ExitCode get(const Context& context, const Arguments& arguments) {
 }
 
 ExitCode set(const Context& context, const Arguments& arguments) {
-  const SettingsKey& key = requireKey(arguments[0]);
+  const SettingsKey& key = programs::requireSettingsKey(arguments[0]);
   const Arguments values(arguments.begin() + 1, arguments.end());
   changeSetting(context, key.name, programs::parseSettingsValue(key.type, values));
   return programs::exitDone;
@@ -58,7 +58,7 @@ bool isOffOrOn(const PropertyList& value) {
 }
 
 ExitCode toggle(const Context& context, const Arguments& arguments) {
-  const SettingsKey& key = requireKey(arguments[0]);
+  const SettingsKey& key = programs::requireSettingsKey(arguments[0]);
   if (key.type != SettingsType::boolean)
     throw UsageError(arguments[0] + " is no switch that could be toggled");
   readSettingsFile(context);

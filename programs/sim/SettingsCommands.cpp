@@ -9,11 +9,6 @@
 namespace sentrel::sim {
 namespace {
 
-const SettingsKey& requireKey(const std::string& name) {
-  if (const SettingsKey* key = findSettingsKey(name)) return *key;
-  throw UsageError("there is no setting " + name);
-}
-
 Action changing(std::function<void(SNSettings& settings)> change) {
   return [change = std::move(change)](Phone& phone) {
     phone.homeScreen().run([&] { change(SNSettings::sharedSettings()); });
@@ -27,13 +22,13 @@ Action storing(std::string_view key, std::optional<PropertyList> value) {
 }
 
 Action set(Phone&, const Words& words) {
-  const SettingsKey& key = requireKey(words[0]);
+  const SettingsKey& key = programs::requireSettingsKey(words[0]);
   return storing(key.name,
                  programs::parseSettingsValue(key.type, Words(words.begin() + 1, words.end())));
 }
 
 Action remove(Phone&, const Words& words) {
-  return storing(requireKey(words[0]).name, std::nullopt);
+  return storing(programs::requireSettingsKey(words[0]).name, std::nullopt);
 }
 
 Action adding(std::string_view key, const std::string& item) {

@@ -7,7 +7,6 @@
 
 #include "device/bus/DeviceBus.h"
 #include "programs/common/RealProcess.h"
-#include "sentrel/bridge/SNUtils.h"
 #include "sentrel/controller/SentrelController.h"
 #include "tests/programs/ProgramRun.h"
 #include "tests/programs/RunningProgram.h"
@@ -143,26 +142,16 @@ class AppOnThePhone : public App {
     ASSERT_TRUE(home->hear().starts_with("ready "));
   }
 
-  /// Runs `body` in the process of another application, and returns what it says.
-  std::string inAnotherApp(const std::function<std::string()>& body) {
-    const std::string address = bus::findBus({root.path(), ""}).value_or("");
-    return bus::ChildProcess([&](const bus::ChildProcess::Ready& ready) {
-             programs::RealProcess self("test", "com.example.another", root.path(), address);
-             const std::string text = body();
-             self.connection().catchUp();
-             ready(text);
-           })
-        .said();
-  }
-
+  /// As another application sees it.
   void waitForPrompt() {
-    ASSERT_EQ(inAnotherApp([] {
-                const auto end = std::chrono::steady_clock::now() + bus::patience;
-                while (std::chrono::steady_clock::now() < end)
-                  if (SentrelController::sharedInstance().isAlertShowing()) return "showing";
-                return "nothing";
-              }),
-              "showing");
+    const std::string address = bus::findBus({root.path(), ""}).value_or("");
+    const bus::ChildProcess asker([&](const bus::ChildProcess::Ready& ready) {
+      const programs::RealProcess self("test", "com.example.another", root.path(), address);
+      const auto end = std::chrono::steady_clock::now() + bus::patience;
+      while (std::chrono::steady_clock::now() < end)
+        if (SentrelController::sharedInstance().isAlertShowing()) return ready("showing");
+    });
+    ASSERT_EQ(asker.said(), "showing");
   }
 
   const std::string photos = "com.apple.mobileslideshow";
@@ -247,17 +236,6 @@ TEST_F(AppOnThePhone, WaitsForPhotosOnlyAsLongAsSomebodyAsks) {
   }
   installSystem("11.0");
   EXPECT_EQ(answer({photos, "photos"}), "2");
-}
-
-TEST_F(AppOnThePhone, LosesItsSessionWhenAnotherApplicationLocksTheDevice) {
-  startHome();
-  EXPECT_EQ(answer({notes, "unlock"}), "OK\n0");
-  inAnotherApp([] {
-    SNUtils::lockUI(/*force=*/true);
-    return "done";
-  });
-  EXPECT_EQ(answer({notes, "locked"}), "YES\n0");
-  EXPECT_EQ(answer({notes, "session"}), "NO\n1");
 }
 
 TEST_F(AppOnThePhone, KnowsWhetherAFingerIsOnItsSensor) {

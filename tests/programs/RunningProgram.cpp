@@ -3,7 +3,6 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
-#include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -11,7 +10,7 @@
 #include <stdexcept>
 #include <utility>
 
-extern char** environ;
+#include "tests/programs/ProgramRun.h"
 
 namespace sentrel {
 namespace {
@@ -30,24 +29,15 @@ std::array<int, 2> makePipe() {
 RunningProgram::RunningProgram(const std::string& name, const std::vector<std::string>& arguments) {
   const auto input = makePipe();
   const auto output = makePipe();
-  std::vector<std::string> words{SENTREL_PROGRAMS "/" + name};
-  words.insert(words.end(), arguments.begin(), arguments.end());
-  std::vector<char*> pointers;
-  for (std::string& word : words)
-    pointers.push_back(word.data());
-  pointers.push_back(nullptr);
   posix_spawn_file_actions_t actions;
   posix_spawn_file_actions_init(&actions);
   posix_spawn_file_actions_adddup2(&actions, input[0], STDIN_FILENO);
   posix_spawn_file_actions_adddup2(&actions, output[1], STDOUT_FILENO);
-  const int failure =
-      posix_spawn(&process_, words[0].c_str(), &actions, nullptr, pointers.data(), environ);
-  posix_spawn_file_actions_destroy(&actions);
+  process_ = spawnProgram(name, arguments, actions);
   close(input[0]);
   close(output[1]);
   input_ = input[1];
   output_ = output[0];
-  if (failure != 0) process_ = -1;
 }
 
 RunningProgram::~RunningProgram() {

@@ -6,7 +6,6 @@
 #include <sys/wait.h>
 #include <termios.h>
 #include <unistd.h>
-#include <utmp.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -230,11 +229,9 @@ TEST_F(Sentrelctl, PasscodeThatCannotBeEncipheredIsNotSaidToBeStored) {
 /// The program on a terminal of its own, which a person types on.
 class OnATerminal {
  public:
-  explicit OnATerminal(std::vector<std::string> arguments) {
-    if (openpty(&master_, &terminal_, nullptr, nullptr, nullptr) != 0) std::abort();
-    child_ = fork();
+  explicit OnATerminal(std::vector<std::string> arguments)
+      : child_(forkpty(&terminal_, nullptr, nullptr, nullptr)) {
     if (child_ != 0) return;
-    login_tty(terminal_);
     const std::string program = std::string(SENTREL_PROGRAMS) + "/sentrelctl";
     std::vector<char*> words{const_cast<char*>(program.c_str())};
     for (std::string& argument : arguments)
@@ -243,27 +240,24 @@ class OnATerminal {
     execv(program.c_str(), words.data());
     _exit(127);
   }
-  ~OnATerminal() {
-    close(terminal_);
-    close(master_);
-  }
+  ~OnATerminal() { close(terminal_); }
   OnATerminal(const OnATerminal&) = delete;
   OnATerminal& operator=(const OnATerminal&) = delete;
 
   /// What the terminal shows from the last time on until it ends in `prompt`.
   std::string readTo(const std::string& prompt) {
     std::string shown;
-    pollfd waiting{master_, POLLIN, 0};
+    pollfd waiting{terminal_, POLLIN, 0};
     while (!shown.ends_with(prompt) && poll(&waiting, 1, 30'000) > 0) {
       char c = 0;
-      if (read(master_, &c, 1) != 1) break;
+      if (read(terminal_, &c, 1) != 1) break;
       shown += c;
     }
     return shown;
   }
 
   void type(const std::string& keys) {
-    EXPECT_EQ(write(master_, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
+    EXPECT_EQ(write(terminal_, keys.data(), keys.size()), static_cast<ssize_t>(keys.size()));
   }
 
   bool echoes() const {
@@ -280,9 +274,8 @@ class OnATerminal {
   }
 
  private:
-  int master_ = -1;
   int terminal_ = -1;
-  pid_t child_ = -1;
+  pid_t child_;
 };
 
 TEST_F(Sentrelctl, TerminalShowsWhatIsTypedAgainAfterAnInterruptedPasscode) {
@@ -416,10 +409,6 @@ class SentrelctlOnAPhone : public Sentrelctl {
     std::filesystem::copy(std::filesystem::path(SENTREL_SOURCE) / "examples/root", root.path(),
                           std::filesystem::copy_options::recursive);
     create({{"SentrelEnabled", "YES"}});
-    startHome();
-  }
-
-  void startHome() {
     home.emplace("sentrel-springboard", std::vector<std::string>{"--root", root.path()});
     EXPECT_TRUE(home->hear().starts_with("ready "));
   }
@@ -488,29 +477,6 @@ TEST_F(SentrelctlOnAPhone, AFolderIsExplainedWithTheSessionThatCoversIt) {
   const ProgramResult covered = run({"explain", "folder", "com.example.chess"});
   EXPECT_EQ(covered.code, 1);
   EXPECT_NE(covered.output.find("open session?          yes"), std::string::npos) << covered.output;
-}
-
-TEST_F(SentrelctlOnAPhone, AFolderThatFillsAMessageIsProtectedLikeAnyOther) {
-  home.reset();
-  PropertyList::Array icons;
-  for (int i = 0; i < 100; ++i) {
-    const std::string name = "com.example.application" + std::to_string(i);
-    icons.emplace_back(name);
-    std::filesystem::create_directory(root.path("Applications/" + name + ".app"));
-    root.put("Applications/" + name + ".app/Info.plist",
-             "<plist><dict><key>CFBundleIdentifier</key><string>" + name +
-                 "</string><key>CFBundleDisplayName</key><string>" + std::string(5'000, 'x') +
-                 "</string></dict></plist>");
-  }
-  const PropertyList::Dictionary folder{{"displayName", "Full"},
-                                        {"iconLists", PropertyList::Array{std::move(icons)}}};
-  ASSERT_TRUE(files.writeDictionary("/var/mobile/Library/SpringBoard/IconState.plist",
-                                    {{"buttonBar", PropertyList::Array{folder}}}));
-  startHome();
-  const std::string one = "com.example.application7";
-  EXPECT_EQ(run({"explain", "folder-of", one}).code, 1);
-  EXPECT_EQ(run({"folders", "protect", one}).code, 0);
-  EXPECT_EQ(run({"explain", "folder-of", one}).code, 0);
 }
 
 /// The preferences tool on a bus where this process listens.
