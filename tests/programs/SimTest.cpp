@@ -76,6 +76,7 @@ TEST_F(ScriptLanguage, AWrongLineIsNamedBeforeAnythingRuns) {
   } cases[] = {
       {"dance", "unknown command \"dance\""},
       {"launch", "expected: launch BUNDLE-ID"},
+      {"launch a b", "expected: launch BUNDLE-ID"},
       {"launch com.example.missing", "no application com.example.missing is installed"},
       {"inside com.example.notes dance", "\"dance\" is no request"},
       {"open-folder Nirgends", "no folder is called \"Nirgends\""},
