@@ -187,25 +187,6 @@ TEST_F(SNAuthenticationViewTest, WithoutAGlyphEverythingElseWorks) {
   EXPECT_EQ(view->preferredContentHeight(), 142);
 }
 
-TEST_F(SNAuthenticationViewTest, GlyphTakesItsColourByTheOperationItAnswers) {
-  const struct {
-    bool plain;
-    bool underscored;
-    std::optional<UIColor> expected;
-  } cases[] = {{true, true, UIColor::grayColor()},
-               {true, false, UIColor::grayColor()},
-               {false, true, UIColor::grayColor()},
-               {false, false, std::nullopt}};
-  for (const auto& each : cases) {
-    restart("14.0");
-    device.glyphViewClass().answersSetPrimaryColor = each.plain;
-    device.glyphViewClass().answersPrivateSetPrimaryColor = each.underscored;
-    makeView();
-    EXPECT_EQ(view->glyphView()->primaryColor(), each.expected);
-    dropView();
-  }
-}
-
 TEST_F(SNAuthenticationViewTest, PlainColourOperationComesFirstAndColourModeIsReset) {
   makeView();
   std::vector<std::string> called;
@@ -219,6 +200,8 @@ TEST_F(SNAuthenticationViewTest, PlainColourOperationComesFirstAndColourModeIsRe
   view->setupGlyphViewTheme();
   view->glyphView()->setColorMode = nullptr;
   view->glyphView()->setPrimaryColor = nullptr;
+  view->setupGlyphViewTheme();
+  view->glyphView()->_setPrimaryColor = nullptr;
   view->setupGlyphViewTheme();
   EXPECT_THAT(called, ElementsAre("mode 0", "plain", "private"));
 }

@@ -55,15 +55,20 @@ TEST_F(LockingTheDevice, ForceDoesNotAskThePasscodeManager) {
 
 TEST_F(LockingTheDevice, FinishesTheRelockAFifthOfASecondLater) {
   takePasscodeManagerAway();
-  SNUtils::lockUI();
-  EXPECT_THAT(journal(), ElementsAre("_relockUIForButtonPress YES NO"));
-  device.time().advance(Seconds(0.19));
-  EXPECT_THAT(journal(), IsEmpty());
-  device.time().advance(Seconds(0.02));
-  EXPECT_THAT(journal(),
-              ElementsAre("lockUIFromSource 1",
-                          "homeButtonShowPasscodeRecognizerRequestsPasscodeUIToBeShown NO"));
-  EXPECT_TRUE(device.time().isIdle());
+  device.system().version = "11.4";
+  away().lockScreenManager = simulated::makeLockScreenManager(device.sharedLock());
+  for (auto* process : {springBoard.get(), app.get()}) {
+    process->run([] { SNUtils::lockUI(); });
+    EXPECT_THAT(journal(), ElementsAre("_relockUIForButtonPress YES NO"));
+    device.time().advance(Seconds(0.19));
+    EXPECT_THAT(journal(), IsEmpty());
+    device.time().advance(Seconds(0.02));
+    EXPECT_THAT(journal(),
+                ElementsAre("lockUIFromSource 1",
+                            "homeButtonShowPasscodeRecognizerRequestsPasscodeUIToBeShown NO"));
+    EXPECT_TRUE(device.time().isIdle());
+    home().lockScreenManager = nullptr;
+  }
 }
 
 TEST_F(LockingTheDevice, TakesTheNextWayWhereOneIsMissing) {
@@ -103,20 +108,6 @@ TEST_F(LockingTheDevice, AnOldApplicationThatCannotLockSaysSo) {
   inApp([] { SNUtils::lockUI(/*force=*/true); });
   EXPECT_THAT(takeAppLog(), IsEmpty());
   EXPECT_THAT(journal(), ElementsAre("_relockUIForButtonPress YES NO"));
-}
-
-TEST_F(LockingTheDevice, AnOldApplicationFinishesItsRelockItself) {
-  device.system().version = "11.4";
-  away().lockScreenManager = simulated::makeLockScreenManager(device.sharedLock());
-  home().lockScreenManager = nullptr;
-  inApp([] { SNUtils::lockUI(); });
-  EXPECT_THAT(journal(), ElementsAre("_relockUIForButtonPress YES NO"));
-  device.time().advance(Seconds(0.19));
-  EXPECT_THAT(journal(), IsEmpty());
-  device.time().advance(Seconds(0.02));
-  EXPECT_THAT(journal(),
-              ElementsAre("lockUIFromSource 1",
-                          "homeButtonShowPasscodeRecognizerRequestsPasscodeUIToBeShown NO"));
 }
 
 TEST_F(LockingTheDevice, ANewApplicationHasTheHomeScreenDoIt) {

@@ -159,16 +159,6 @@ TEST_F(Outcomes, OfAPasscodeCountOnlyWhileAPromptShows) {
   EXPECT_THAT(takeHappened(), ElementsAre("ended YES YES")) << "the action went with the first";
 }
 
-TEST_F(Outcomes, OfALockEndTheSessionsThatLastUntilThen) {
-  for (const bool isLocked : {false, true}) {
-    start("14.0");
-    useSettings({{"SentrelRemember", true}, {"SentrelRememberUntilDeviceLocked", true}});
-    controller().updateLastAuthenticationTime(SessionKey("a"));
-    isLocked ? controller().deviceLocked() : controller().deviceScreenDimmed();
-    EXPECT_EQ(controller().rememberTillDeviceLockCache().empty(), isLocked);
-  }
-}
-
 // --- Failure feedback ----------------------------------------------------------------------------
 
 TEST_F(Outcomes, OfAFailureShakeThePromptAndVibrateWithTheSetting) {

@@ -161,19 +161,6 @@ TEST_F(Prompts, RestAFaceSensorWhileAPasscodeIsTyped) {
     }
 }
 
-TEST_F(Prompts, InTheOverlayStayVisibleWhileTheSensorRests) {
-  controller().requiresAuthentication("T", "M", noting());
-  advance(1);
-  EXPECT_TRUE(tapButton("Enter Passcode"));
-  advance(1);
-  EXPECT_FALSE(sensorManager().isRunning());
-  EXPECT_FALSE(SNWindow::sharedInstance()->isHidden());
-  EXPECT_TRUE(type(passcode));
-  advance(1);
-  EXPECT_THAT(takeHappened(), ElementsAre("ended YES YES"));
-  EXPECT_TRUE(SNWindow::sharedInstance()->isHidden());
-}
-
 TEST_F(Prompts, EndWithTheCancelButtonOrATypedPasscode) {
   for (const bool isLegacy : {false, true})
     for (const bool isTyped : {false, true}) {
@@ -200,64 +187,6 @@ TEST_F(Prompts, EndWithTheCancelButtonOrATypedPasscode) {
       EXPECT_FALSE(sensorManager().isRunning());
       EXPECT_THAT(device.sensor().assertions(), IsEmpty());
     }
-}
-
-TEST_F(Prompts, ReplaceTheOneOnScreenWhoseRequestThenNeverEnds) {
-  for (const bool isLegacy : {false, true}) {
-    SCOPED_TRACE(isLegacy);
-    startOnPath(isLegacy);
-    prompt("first");
-    const auto first = controller().alertController();
-    ask("second");
-    device.time().runDue();
-    EXPECT_NE(controller().alertController(), first) << "gone before the other comes";
-    advance(1);
-    EXPECT_NE(controller().alertController(), nullptr);
-    EXPECT_TRUE(isShowing());
-    EXPECT_EQ(view().titleLabel()->text(), "second");
-    EXPECT_TRUE(sensorManager().isRunning());
-    EXPECT_TRUE(tapButton("Cancel"));
-    advance(1);
-    EXPECT_EQ(visibleButton("Cancel"), nullptr) << "one alert at a time";
-    EXPECT_THAT(takeHappened(), ElementsAre("second NO NO"));
-    EXPECT_FALSE(sensorManager().isRunning());
-  }
-}
-
-TEST_F(Prompts, OfAnEarlierRequestEndNoLaterOne) {
-  for (const bool isLegacy : {false, true}) {
-    SCOPED_TRACE(isLegacy);
-    startOnPath(isLegacy);
-    prompt("first");
-    EXPECT_TRUE(tapButton("Cancel"));
-    advance(0.2);
-    EXPECT_THAT(happened, IsEmpty()) << "the button acts when the alert has gone";
-    ask("second");
-    advance(1);
-    EXPECT_THAT(happened, IsEmpty());
-    EXPECT_TRUE(isShowing());
-    sense(match);
-    advance(1);
-    EXPECT_THAT(takeHappened(), ElementsAre("second YES YES"));
-  }
-}
-
-TEST_F(Prompts, AreNotShownForARequestThatIsOverOrReplaced) {
-  ask("first");
-  device.time().runDue();
-  controller().executeCompletionBlock(/*allowed=*/false, /*observeEvent=*/0);
-  advance(1);
-  EXPECT_EQ(seen(), "nothing");
-  ask("second");
-  advance(0.05);
-  ask("third");
-  advance(0.07);
-  EXPECT_EQ(seen(), "nothing") << "the second was due, the third is not";
-  advance(1);
-  EXPECT_EQ(view().titleLabel()->text(), "third");
-  sense(match);
-  advance(1);
-  EXPECT_THAT(takeHappened(), ElementsAre("first NO NO", "third YES YES"));
 }
 
 TEST_F(Prompts, SurviveTheirPresenterAndOneThatIsBusy) {

@@ -221,14 +221,6 @@ TEST_F(Folders, EveryWriterLogsItsSteps) {
   EXPECT_EQ(logLines, expected);
 }
 
-TEST_F(Folders, StoredRecordsPassTheGateUnlessAllOtherIsIgnored) {
-  useFolders(work);
-  EXPECT_TRUE(settings().hasFolder(work[0]));
-  settings().setSentrelEnabled(false);
-  EXPECT_FALSE(settings().hasFolder(work[0]));
-  EXPECT_TRUE(settings().hasFolder(work[0], /*ignoreAllOther=*/true));
-}
-
 class LiveFolders : public Folders {
  protected:
   void unlock(SessionKey key) {

@@ -58,31 +58,24 @@ struct ItemQuestion {
   bool (*ask)(const SNSettings& settings, std::string_view item, bool ignoreAllOther);
 };
 
+template <auto Question>
+bool askBy(const SNSettings& settings, std::string_view item, bool ignoreAllOther) {
+  return (settings.*Question)(item, ignoreAllOther);
+}
+
 const ItemQuestion itemQuestions[] = {
     {"isAppProtected", "SentrelApplications",
-     [](const SNSettings& s, std::string_view item, bool ignoreAllOther) {
-       return s.isAppProtected(item, ignoreAllOther);
+     [](const SNSettings& settings, std::string_view item, bool ignoreAllOther) {
+       return settings.isAppProtected(item, ignoreAllOther);
      }},
     {"isNotificationsAppProtected", "SentrelNCApps",
-     [](const SNSettings& s, std::string_view item, bool ignoreAllOther) {
-       return s.isNotificationsAppProtected(item, ignoreAllOther);
-     }},
-    {"isSpecifierProtected", "SentrelSettingsBundles",
-     [](const SNSettings& s, std::string_view item, bool ignoreAllOther) {
-       return s.isSpecifierProtected(item, ignoreAllOther);
-     }},
-    {"isFlipSwitchProtected", "SentrelFlipSwitches",
-     [](const SNSettings& s, std::string_view item, bool ignoreAllOther) {
-       return s.isFlipSwitchProtected(item, ignoreAllOther);
-     }},
+     askBy<&SNSettings::isNotificationsAppProtected>},
+    {"isSpecifierProtected", "SentrelSettingsBundles", askBy<&SNSettings::isSpecifierProtected>},
+    {"isFlipSwitchProtected", "SentrelFlipSwitches", askBy<&SNSettings::isFlipSwitchProtected>},
     {"isControlCenterItemProtected", "SentrelControlCenter",
-     [](const SNSettings& s, std::string_view item, bool ignoreAllOther) {
-       return s.isControlCenterItemProtected(item, ignoreAllOther);
-     }},
+     askBy<&SNSettings::isControlCenterItemProtected>},
     {"isSystemServiceProtected", "SentrelApplications",
-     [](const SNSettings& s, std::string_view item, bool ignoreAllOther) {
-       return s.isSystemServiceProtected(item, ignoreAllOther);
-     }},
+     askBy<&SNSettings::isSystemServiceProtected>},
 };
 
 TEST_F(Protection, EachItemQuestionConsultsItsOwnSet) {
@@ -166,23 +159,15 @@ TEST_F(Protection, OwnSettingsPaneSkipsTheGate) {
 TEST_F(Protection, SwitchesNeedTheirExtension) {
   useSettings(everything());
   for (const char* path : flipSwitchLibraries) {
+    EXPECT_TRUE(settings().isFlipSwitchProtected("item"));
     device.files().remove(path);
+    EXPECT_TRUE(settings().isFlipSwitchProtected("item")) << "behind a running process";
     settings().reloadSettings();
     EXPECT_FALSE(settings().isFlipSwitchProtected("item")) << path;
     EXPECT_TRUE(settings().isFlipSwitchProtected("item", /*ignoreAllOther=*/true));
     device.files().touch(path);
+    settings().reloadSettings();
   }
-  settings().reloadSettings();
-  EXPECT_TRUE(settings().isFlipSwitchProtected("item"));
-}
-
-TEST_F(Protection, ASwitchStaysProtectedWhenItsExtensionIsRemovedBehindARunningProcess) {
-  useSettings(everything());
-  EXPECT_TRUE(settings().isFlipSwitchProtected("item"));
-  device.files().remove(flipSwitchLibraries[0]);
-  EXPECT_TRUE(settings().isFlipSwitchProtected("item"));
-  settings().reloadSettings();
-  EXPECT_FALSE(settings().isFlipSwitchProtected("item"));
 }
 
 TEST_F(Protection, SystemServicesBelongToTheApplicationThatTheyBeginWith) {

@@ -18,7 +18,7 @@ using Dictionary = PropertyList::Dictionary;
 
 class SettingsStore : public TwoProcesses {
  protected:
-  std::size_t changesPosted() { return posted(notifications::settingsChanged); }
+  std::size_t changesPosted() { return posted("com.quorvin.sentrelSettingsChanged"); }
 };
 
 struct FlagCase {

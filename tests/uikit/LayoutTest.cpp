@@ -30,35 +30,6 @@ class Layout : public UIKitTest {
   std::shared_ptr<UIView> host_ = std::make_shared<UIView>(CGRectMake(10, 20, 300, 200));
 };
 
-struct AttributeCase {
-  Attribute attribute;
-  double multiplier;
-  double constant;
-  CGRect expected;
-};
-
-class LayoutAttributes : public Layout, public testing::WithParamInterface<AttributeCase> {};
-
-TEST_P(LayoutAttributes, TieAViewOfFixedSizeToItsHost) {
-  const auto& [attribute, multiplier, constant, expected] = GetParam();
-  const auto view = addView(host_, CGRectMake(7, 8, 40, 30));
-  constrain(view, attribute, host_, attribute, constant, multiplier);
-  host_->layoutIfNeeded();
-  EXPECT_EQ(view->frame(), expected);
-}
-
-// The host stands at (10, 20), but its subviews count from its own corner.
-INSTANTIATE_TEST_SUITE_P(
-    All, LayoutAttributes,
-    testing::Values(AttributeCase{Attribute::left, 1, 5, CGRectMake(5, 8, 40, 30)},
-                    AttributeCase{Attribute::right, 1, -5, CGRectMake(255, 8, 40, 30)},
-                    AttributeCase{Attribute::top, 1, 5, CGRectMake(7, 5, 40, 30)},
-                    AttributeCase{Attribute::bottom, 1, -5, CGRectMake(7, 165, 40, 30)},
-                    AttributeCase{Attribute::width, 0.8, 2, CGRectMake(7, 8, 242, 30)},
-                    AttributeCase{Attribute::height, 0.5, 0, CGRectMake(7, 8, 40, 100)},
-                    AttributeCase{Attribute::centerX, 1, 0, CGRectMake(130, 8, 40, 30)},
-                    AttributeCase{Attribute::centerY, 1, 10, CGRectMake(7, 95, 40, 30)}));
-
 TEST_F(Layout, FindsSizesFromOpposedEdges) {
   const auto view = addView(host_, CGRectMake(1, 2, 3, 4));
   constrain(view, Attribute::left, host_, Attribute::left, 10);
