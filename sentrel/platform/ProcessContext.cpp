@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <utility>
 
+#include "sentrel/platform/PlatformCheck.h"
+
 namespace sentrel {
 namespace {
 
@@ -19,7 +21,7 @@ constinit thread_local ProcessContext* scopedContext __attribute__((tls_model("i
 }  // namespace
 
 ProcessContext::ProcessContext(Platform platform)
-    : platform_(std::move(platform)) {}
+    : platform_(checkedPlatform(std::move(platform))) {}
 
 ProcessContext::~ProcessContext() {
   ProcessContext* self = this;

@@ -34,7 +34,8 @@ class SENTREL_API ProcessContext {
   Platform& platform() noexcept { return platform_; }
 
  protected:
-  /// Only a Process is made of it.
+  /// Only a Process is made of it. Throws what checkedPlatform() throws for a platform that lacks a
+  /// port.
   explicit ProcessContext(Platform platform);
   ~ProcessContext();
 

@@ -1,5 +1,6 @@
-// A program outside the project that asks the installed library one question.
+// Asks the library one question, on ports that cost nothing, and ends.
 
+#include <algorithm>
 #include <cctype>
 #include <cstdio>
 #include <memory>
@@ -34,14 +35,6 @@ class Files final : public sentrel::PropertyListFiles {
   }
 };
 
-class Radio final : public sentrel::WiFi {
- public:
-  bool hasManager() const override { return true; }
-  bool hasClient() const override { return true; }
-  std::optional<sentrel::PropertyList::Array> knownNetworks() const override { return {}; }
-  std::optional<sentrel::PropertyList::Dictionary> currentNetwork() const override { return {}; }
-};
-
 class English final : public sentrel::CaseMapping {
  public:
   std::string lowercased(std::string_view text) const override {
@@ -66,13 +59,38 @@ class Center final : public sentrel::NotificationCenter {
   sentrel::Observation addObserver(const std::string&, Observer) override { return nullptr; }
 };
 
-class Libraries final : public sentrel::DynamicLibraries {
+class NoClock final : public sentrel::Clock {
  public:
-  std::shared_ptr<sentrel::DynamicLibrary> open(const std::string&, Binding) override {
-    return nullptr;
+  sentrel::WallTime now() const override { return {}; }
+};
+
+class NoQueue final : public sentrel::MainQueue {
+ public:
+  void async(Block) override {}
+  void after(sentrel::Seconds, Block) override {}
+};
+
+class NoFiles final : public sentrel::FileSystem {
+ public:
+  bool fileExists(const std::string&) const override { return false; }
+};
+
+class NoCipher final : public sentrel::Cryptography {
+ public:
+  std::optional<Bytes> encrypt(ByteView, const Key&, const InitialisationVector&) const override {
+    return std::nullopt;
   }
-  bool canOpenBundle(const std::string&) const override { return false; }
-  bool loadBundle(const std::string&) override { return false; }
+  std::optional<Bytes> decrypt(ByteView, const Key&, const InitialisationVector&) const override {
+    return std::nullopt;
+  }
+  std::string encodeBase64(ByteView) const override { return {}; }
+  std::optional<Bytes> decodeBase64(std::string_view) const override { return std::nullopt; }
+  void wipe(std::span<std::uint8_t> bytes) const override { std::ranges::fill(bytes, 0); }
+};
+
+class System final : public sentrel::SystemFacts {
+ public:
+  std::string systemVersion() const override { return "14.0"; }
 };
 
 }  // namespace
@@ -81,10 +99,14 @@ int main() {
   sentrel::Platform platform;
   platform.mainBundle = std::make_shared<Bundle>();
   platform.propertyListFiles = std::make_shared<Files>();
-  platform.wifi = std::make_shared<Radio>();
   platform.caseMapping = std::make_shared<English>();
-  platform.darwinCenter = std::make_shared<Center>();
-  platform.libraries = std::make_shared<Libraries>();
+  platform.darwinCenter = platform.distributedCenter = platform.localCenter =
+      std::make_shared<Center>();
+  platform.clock = std::make_shared<NoClock>();
+  platform.mainQueue = std::make_shared<NoQueue>();
+  platform.files = std::make_shared<NoFiles>();
+  platform.cryptography = std::make_shared<NoCipher>();
+  platform.system = std::make_shared<System>();
   sentrel::Process process(std::move(platform));
   sentrel::Process::setMain(&process);
 

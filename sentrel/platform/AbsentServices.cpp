@@ -1,0 +1,156 @@
+#include "sentrel/platform/AbsentServices.h"
+
+#include <utility>
+
+namespace sentrel {
+namespace {
+
+using Queue = std::shared_ptr<MainQueue>;
+
+/// Without handles a process asks the home screen, and there no network is a trusted one.
+class NoWiFi final : public WiFi {
+ public:
+  bool hasManager() const override { return false; }
+  bool hasClient() const override { return false; }
+  std::optional<PropertyList::Array> knownNetworks() const override { return {}; }
+  std::optional<PropertyList::Dictionary> currentNetwork() const override { return {}; }
+};
+
+class NoSystemLog final : public SystemLog {
+ public:
+  void write(const std::string&) override {}
+};
+
+class NoLibraries final : public DynamicLibraries {
+ public:
+  std::shared_ptr<DynamicLibrary> open(const std::string&, Binding) override { return nullptr; }
+  bool canOpenBundle(const std::string&) const override { return false; }
+  bool loadBundle(const std::string&) override { return false; }
+};
+
+class NoSpawner final : public ProcessSpawner {
+ public:
+  bool spawn(const std::string&, const std::vector<std::string>&) override { return false; }
+};
+
+class NoAudioServices final : public AudioServices {
+ public:
+  void playSystemSoundWithVibration(std::uint32_t, const PropertyList::Dictionary&) override {}
+};
+
+class NoMessageChannel final : public MessageChannel {
+ public:
+  UserInfo sendMessageAndReceiveReply(const std::string&, const std::string&,
+                                      const UserInfo&) override {
+    return std::nullopt;
+  }
+};
+
+/// To a service that is not there: with no connection at all, an asker would wait for ever.
+class DeadConnection final : public XpcConnection {
+ public:
+  explicit DeadConnection(Queue queue) : queue_(std::move(queue)) {}
+
+  void resume() override { isResumed_ = true; }
+
+  void sendMessageWithReply(const PropertyList::Dictionary&, Reply reply) override {
+    if (isResumed_ && reply) queue_->async([reply = std::move(reply)] { reply(std::nullopt); });
+  }
+
+ private:
+  Queue queue_;
+  bool isResumed_ = false;
+};
+
+class NoXpc final : public Xpc {
+ public:
+  explicit NoXpc(Queue queue) : queue_(std::move(queue)) {}
+
+  std::shared_ptr<XpcConnection> createMachServiceConnection(const std::string&) override {
+    return std::make_shared<DeadConnection>(queue_);
+  }
+  std::shared_ptr<NanoAudioControlConnection> connectToAudioControl(const std::string&,
+                                                                    std::uint64_t) override {
+    return nullptr;
+  }
+
+ private:
+  Queue queue_;
+};
+
+/// A context of a device without a sensor: whoever asks for the owner is refused.
+class RefusingContext final : public LAContext {
+ public:
+  explicit RefusingContext(Queue queue) : queue_(std::move(queue)) {}
+
+  bool canEvaluateBiometricPolicy() override { return false; }
+  BiometryType biometryType() const override { return BiometryType::none; }
+  void setLocalizedFallbackTitle(const std::string&) override {}
+  void evaluateBiometricPolicy(const std::string&, Reply reply) override {
+    if (!reply) return;
+    queue_->async([reply = std::move(reply)] {
+      reply(false, PlatformError{"com.apple.LocalAuthentication", -6, "There is no sensor."});
+    });
+  }
+
+ private:
+  Queue queue_;
+};
+
+class NoLocalAuthentication final : public LocalAuthentication {
+ public:
+  explicit NoLocalAuthentication(Queue queue) : queue_(std::move(queue)) {}
+
+  std::shared_ptr<LAContext> makeContext() override {
+    return std::make_shared<RefusingContext>(queue_);
+  }
+
+ private:
+  Queue queue_;
+};
+
+/// Work that may run on any thread runs on the one that there is.
+class QueueOnMain final : public OperationQueue {
+ public:
+  QueueOnMain(std::string name, Queue queue) : name_(std::move(name)), queue_(std::move(queue)) {}
+
+  const std::string& name() const override { return name_; }
+  void addOperation(std::function<void()> block) override { queue_->async(std::move(block)); }
+
+ private:
+  std::string name_;
+  Queue queue_;
+};
+
+class QueuesOnMain final : public OperationQueues {
+ public:
+  explicit QueuesOnMain(Queue queue) : queue_(std::move(queue)) {}
+
+  std::shared_ptr<OperationQueue> makeQueue(const std::string& name) override {
+    return std::make_shared<QueueOnMain>(name, queue_);
+  }
+
+ private:
+  Queue queue_;
+};
+
+template <class Absent, class Port, class... Arguments>
+void standIn(std::shared_ptr<Port>& port, const Arguments&... arguments) {
+  if (!port) port = std::make_shared<Absent>(arguments...);
+}
+
+}  // namespace
+
+void addAbsentServices(Platform& platform) {
+  standIn<NoWiFi>(platform.wifi);
+  standIn<NoSystemLog>(platform.systemLog);
+  standIn<NoLibraries>(platform.libraries);
+  standIn<NoSpawner>(platform.spawner);
+  standIn<NoAudioServices>(platform.audioServices);
+  standIn<NoMessageChannel>(platform.messageChannel);
+  standIn<NoXpc>(platform.xpc, platform.mainQueue);
+  standIn<NoLocalAuthentication>(platform.localAuthentication, platform.mainQueue);
+  standIn<QueuesOnMain>(platform.operationQueues, platform.mainQueue);
+}
+
+}  // namespace sentrel

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "sentrel/platform/Platform.h"
+
+namespace sentrel {
+
+/// Stands in for the services that `platform` has none of, by ones that are never there: whoever
+/// uses them is told so at once, or on a turn of the main queue, which has to be there.
+void addAbsentServices(Platform& platform);
+
+}  // namespace sentrel
