@@ -1,6 +1,7 @@
 #include "host/SpringBoardResponder.h"
 
 #include "sentrel/bridge/MessageCoding.h"
+#include "sentrel/bridge/Messages.h"
 #include "sentrel/bridge/SNUtils.h"
 #include "sentrel/controller/SentrelController.h"
 #include "sentrel/settings/SNWiFiManager.h"
@@ -113,6 +114,10 @@ UserInfo SpringBoardResponder::operator()(const std::string& message,
   } catch (const PlatformException&) {
     return std::nullopt;
   }
+}
+
+std::string SpringBoardResponder::channel() {
+  return std::string(messageChannelName);
 }
 
 }  // namespace sentrel::host

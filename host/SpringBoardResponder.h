@@ -20,6 +20,9 @@ class SpringBoardResponder {
 
   explicit SpringBoardResponder(LogSink logSink);
 
+  /// The name of the channel on which the library asks.
+  static std::string channel();
+
   UserInfo operator()(const std::string& message, const UserInfo& userInfo) const;
 
  private:

@@ -30,8 +30,6 @@ class RealProcess {
   simulated::SimulatedDevice& device() noexcept { return device_; }
 
  private:
-  void addRealParts(Platform& platform, const std::string& root) const;
-
   simulated::SimulatedDevice device_;
   std::shared_ptr<loop::RunLoop> loop_;
   std::shared_ptr<bus::BusConnection> connection_;
