@@ -7,13 +7,19 @@ namespace {
 
 using Queue = std::shared_ptr<MainQueue>;
 
-/// Without handles a process asks the home screen, and there no network is a trusted one.
+/// In the home screen a radio that has joined nothing. Any other process holds no handles, and asks
+/// the home screen: that one must not, for it would ask itself without end.
 class NoWiFi final : public WiFi {
  public:
-  bool hasManager() const override { return false; }
-  bool hasClient() const override { return false; }
+  explicit NoWiFi(bool isSpringBoard) : hasHandles_(isSpringBoard) {}
+
+  bool hasManager() const override { return hasHandles_; }
+  bool hasClient() const override { return hasHandles_; }
   std::optional<PropertyList::Array> knownNetworks() const override { return {}; }
   std::optional<PropertyList::Dictionary> currentNetwork() const override { return {}; }
+
+ private:
+  bool hasHandles_;
 };
 
 class NoSystemLog final : public SystemLog {
@@ -142,7 +148,8 @@ void standIn(std::shared_ptr<Port>& port, const Arguments&... arguments) {
 }  // namespace
 
 void addAbsentServices(Platform& platform) {
-  standIn<NoWiFi>(platform.wifi);
+  standIn<NoWiFi>(platform.wifi,
+                  platform.mainBundle->bundleIdentifier() == springBoardBundleIdentifier);
   standIn<NoSystemLog>(platform.systemLog);
   standIn<NoLibraries>(platform.libraries);
   standIn<NoSpawner>(platform.spawner);

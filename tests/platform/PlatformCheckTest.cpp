@@ -99,9 +99,6 @@ TEST_F(PlatformCheck, OpensNothingAndKeepsNobodyWaitingWhereAServiceIsNotThere) 
   bare.localAuthentication.reset();
   bare.operationQueues.reset();
   const Platform platform = checkedPlatform(bare);
-  EXPECT_FALSE(platform.wifi->hasManager() || platform.wifi->hasClient());
-  EXPECT_FALSE(platform.wifi->currentNetwork());
-  EXPECT_FALSE(platform.wifi->seesNoNetwork());
   EXPECT_FALSE(platform.libraries->open("/usr/lib/any", DynamicLibraries::Binding::now));
   EXPECT_FALSE(platform.libraries->loadBundle("/usr/lib/any"));
   EXPECT_FALSE(platform.spawner->spawn("/bin/true", {"true"}));
@@ -125,6 +122,21 @@ TEST_F(PlatformCheck, OpensNothingAndKeepsNobodyWaitingWhereAServiceIsNotThere) 
   EXPECT_EQ(heard, std::vector<std::string>());
   device_.time().runUntilIdle();
   EXPECT_EQ(heard, (std::vector<std::string>{"refused", "unanswered", "worked"}));
+}
+
+TEST_F(PlatformCheck, OfAProcessWithoutARadioOnlyTheHomeScreenAsksNobodyForTheNetwork) {
+  for (const std::string_view identifier :
+       {springBoardBundleIdentifier, std::string_view("com.example.notes")}) {
+    Platform platform = platformOf(identifier);
+    platform.wifi.reset();
+    const auto wifi = checkedPlatform(platform).wifi;
+    const bool isSpringBoard = identifier == springBoardBundleIdentifier;
+    EXPECT_EQ(wifi->hasManager(), isSpringBoard);
+    EXPECT_EQ(wifi->hasClient(), isSpringBoard);
+    EXPECT_EQ(wifi->seesNoNetwork(), isSpringBoard);
+    EXPECT_FALSE(wifi->currentNetwork());
+    EXPECT_FALSE(wifi->knownNetworks());
+  }
 }
 
 }  // namespace
