@@ -3,6 +3,8 @@
 
 set(sentrel_headers
   Process.h
+  authui/GlyphState.h
+  authui/PromptSurface.h
   authui/SNAlertController.h
   authui/SNAlertView.h
   authui/SNAuthenticationDelegates.h
@@ -12,6 +14,7 @@ set(sentrel_headers
   authui/SNSimplePasscodeView.h
   authui/SNWindow.h
   biometrics/SNTouchIDManager.h
+  bridge/Bridge.h
   bridge/BridgeSettings.h
   bridge/FolderKeys.h
   bridge/Notifications.h
@@ -42,6 +45,7 @@ set(sentrel_headers
   platform/Font.h
   platform/Geometry.h
   platform/HomeScreen.h
+  platform/Late.h
   platform/LocalAuthentication.h
   platform/LockScreen.h
   platform/MainBundle.h
@@ -56,6 +60,7 @@ set(sentrel_headers
   platform/PlatformCheck.h
   platform/PlatformError.h
   platform/PresenceDetection.h
+  platform/ProcessContext.h
   platform/ProcessSpawner.h
   platform/PropertyList.h
   platform/PropertyListFiles.h
@@ -72,6 +77,7 @@ set(sentrel_headers
   platform/WiFi.h
   platform/Xpc.h
   settings/FolderRecord.h
+  settings/ItemSet.h
   settings/ProtectedItems.h
   settings/ProtectedServices.h
   settings/SNSettings.h
@@ -80,6 +86,7 @@ set(sentrel_headers
   settings/SettingsKeys.h
   settings/SettingsValues.h
   settings/TextTable.h
+  settings/UnlockSessionStore.h
   settings/UnlockSessions.h
   uikit/CAAnimation.h
   uikit/CALayer.h

@@ -1,5 +1,5 @@
 
-#include "sentrel/bridge/Bridge.h"
+#include "sentrel/bridge/Ask.h"
 
 #include <utility>
 
@@ -42,7 +42,7 @@ void Bridge::postCFDistributedNotification(std::string_view name, const UserInfo
 void Bridge::sendLogLine(const std::string& message) {
   if (isSpringBoard()) return;
   ask<messages::LogMessage>(
-      formatText("%@ < - > %@", {platform_.mainBundle->bundleIdentifier(), message}));
+      *this, formatText("%@ < - > %@", {platform_.mainBundle->bundleIdentifier(), message}));
 }
 
 OperationQueue& Bridge::operationQueue() {

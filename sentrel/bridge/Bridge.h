@@ -9,7 +9,6 @@
 #include <string_view>
 
 #include "sentrel/bridge/BridgeSettings.h"
-#include "sentrel/bridge/MessageCoding.h"
 #include "sentrel/bridge/TextFormat.h"
 #include "sentrel/platform/BiometricObserver.h"
 #include "sentrel/platform/HomeScreen.h"
@@ -48,23 +47,6 @@ class SENTREL_API Bridge {
 
   /// The device that this bridge leads to.
   Platform& platform() const noexcept { return platform_; }
-
-  /// Sends the request `Message` to the home-screen process, logs the reply where the table of
-  /// messages says so, and reads it. Blocks as the message channel does.
-  ///
-  /// The home-screen process itself gets no reply: it would have to answer with what it is
-  /// computing when it asks, without end.
-  template <class Message>
-  typename Message::Reply ask(const typename Message::Argument& argument = {}) {
-    const UserInfo reply = isSpringBoard() ? UserInfo()
-                                           : sendMessageToSpringBoardAndReceiveReplyName(
-                                                 Message::name, encodeArgument(argument));
-    if constexpr (Message::label.find("%@") != Message::label.rfind("%@"))
-      logMessage(Message::label, argument, reply);
-    else if constexpr (!Message::label.empty())
-      logMessage(Message::label, reply);
-    return decodeReply<typename Message::Reply>(reply);
-  }
 
   // --- Messages, notifications, log ----------------------------------------------------------
 

@@ -1,4 +1,4 @@
-#include "sentrel/bridge/Bridge.h"
+#include "sentrel/bridge/Ask.h"
 #include "sentrel/bridge/Notifications.h"
 #include "sentrel/platform/Answer.h"
 
@@ -85,7 +85,7 @@ void Bridge::lockUI(bool force) {
 }
 
 void Bridge::suspendFrontMostApp() {
-  if (!isSpringBoard()) return void(ask<messages::SuspendFrontMostApp>());
+  if (!isSpringBoard()) return void(ask<messages::SuspendFrontMostApp>(*this));
   const auto framework = platform_.libraries->open(std::string(springBoardServices), Binding::now);
   void* suspend = framework ? framework->symbol("SBSSuspendFrontmostApplication") : nullptr;
   if (suspend)

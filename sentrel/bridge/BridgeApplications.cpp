@@ -1,4 +1,4 @@
-#include "sentrel/bridge/Bridge.h"
+#include "sentrel/bridge/Ask.h"
 
 namespace sentrel {
 namespace {
@@ -24,7 +24,7 @@ bool isName(const std::optional<std::string>& name) {
 
 std::optional<std::string> Bridge::appName(const std::string& bundleIdentifier) {
   if (bundleIdentifier.empty()) return std::nullopt;
-  if (!isSpringBoard()) return ask<messages::AppName>(bundleIdentifier);
+  if (!isSpringBoard()) return ask<messages::AppName>(*this, bundleIdentifier);
   const auto& controller = platform_.applicationController;
   const auto application = controller ? findApplication(*controller, bundleIdentifier) : nullptr;
   return application ? nameOf(*application) : std::nullopt;
@@ -33,7 +33,7 @@ std::optional<std::string> Bridge::appName(const std::string& bundleIdentifier) 
 bool Bridge::isSystemApplication(const std::string& bundleIdentifier) {
   if (bundleIdentifier.empty()) return false;
   const auto& controller = platform_.applicationController;
-  if (!controller) return ask<messages::IsSystemApplication>(bundleIdentifier);
+  if (!controller) return ask<messages::IsSystemApplication>(*this, bundleIdentifier);
   const auto application = findApplication(*controller, bundleIdentifier);
   return application && application->isSystemApplication();
 }
@@ -41,7 +41,7 @@ bool Bridge::isSystemApplication(const std::string& bundleIdentifier) {
 bool Bridge::isApplication(const std::string& bundleIdentifier) {
   if (bundleIdentifier.empty()) return false;
   const auto& controller = platform_.applicationController;
-  if (!controller) return ask<messages::IsApplication>(bundleIdentifier);
+  if (!controller) return ask<messages::IsApplication>(*this, bundleIdentifier);
   try {
     return findApplication(*controller, bundleIdentifier) != nullptr;
   } catch (const PlatformException&) {
@@ -51,7 +51,8 @@ bool Bridge::isApplication(const std::string& bundleIdentifier) {
 
 bool Bridge::isHiddenApp(const std::string& bundleIdentifier) {
   if (bundleIdentifier.empty()) return false;
-  if (!platform_.applicationController) return ask<messages::IsHiddenApplication>(bundleIdentifier);
+  if (!platform_.applicationController)
+    return ask<messages::IsHiddenApplication>(*this, bundleIdentifier);
   return platform_.qvUtils && platform_.qvUtils->isHiddenApp(bundleIdentifier);
 }
 

@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "sentrel/bridge/Bridge.h"
+#include "sentrel/bridge/Ask.h"
 #include "sentrel/bridge/BridgeState.h"
 #include "sentrel/platform/Answer.h"
 
@@ -69,7 +69,7 @@ bool Bridge::isBioMetricsSupported() {
   if (interface && interface->isTouchIDCapable && interface->isPearlIDCapable)
     return interface->isTouchIDCapable() || interface->isPearlIDCapable();
   const auto& manager = platform_.biometricKit;
-  if (!manager) return ask<messages::IsTouchIDSupported>();
+  if (!manager) return ask<messages::IsTouchIDSupported>(*this);
   if (manager->isTouchIDCapable) return manager->isTouchIDCapable() || state().supportsFaceID;
   if (manager->getSensorInfo) return manager->getSensorInfo().has_value();
   return supportsTouchID() || supportsFaceID();

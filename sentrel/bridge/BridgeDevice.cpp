@@ -1,4 +1,4 @@
-#include "sentrel/bridge/Bridge.h"
+#include "sentrel/bridge/Ask.h"
 #include "sentrel/bridge/SystemVersion.h"
 #include "sentrel/platform/Answer.h"
 
@@ -35,19 +35,20 @@ bool Bridge::isNotificationProtectionEnabled() {
 bool Bridge::isDeviceHasPasscode() {
   if (const auto isSet = answer(platform_.passcodeManager, &MCPasscodeManager::isPasscodeSet))
     return *isSet;
-  if (!isSpringBoard()) return ask<messages::IsPasscodeSet>();
+  if (!isSpringBoard()) return ask<messages::IsPasscodeSet>(*this);
   return platform_.profileConnection && platform_.profileConnection->isPasscodeSet();
 }
 
 bool Bridge::isDeviceLocked() {
-  if (!isSpringBoard()) return ask<messages::IsDeviceLocked>();
+  if (!isSpringBoard()) return ask<messages::IsDeviceLocked>(*this);
   if (const auto isLocked = answer(platform_.springBoard, &SpringBoardApplication::isLocked))
     return *isLocked;
   return answer(platform_.lockScreenManager, &SBLockScreenManager::isUILocked).orElse(false);
 }
 
 bool Bridge::isFingerOn() {
-  if (!isSpringBoard()) return ask<messages::IsFingerOn>(platform_.mainBundle->bundleIdentifier());
+  if (!isSpringBoard())
+    return ask<messages::IsFingerOn>(*this, platform_.mainBundle->bundleIdentifier());
   return platform_.biometricResource && platform_.biometricResource->isFingerOn();
 }
 
@@ -55,7 +56,7 @@ bool Bridge::isDarkModeEnabled() {
   const auto& screen = platform_.screen;
   const auto style = screen && isSpringBoard() ? screen->userInterfaceStyle() : std::nullopt;
   if (style) return *style == UIUserInterfaceStyle::dark;
-  return ask<messages::IsDarkModeEnabled>();
+  return ask<messages::IsDarkModeEnabled>(*this);
 }
 
 bool Bridge::canUseAlertView() {

@@ -1,4 +1,4 @@
-#include "sentrel/bridge/Bridge.h"
+#include "sentrel/bridge/Ask.h"
 #include "sentrel/bridge/FolderKeys.h"
 #include "sentrel/platform/Answer.h"
 
@@ -53,7 +53,7 @@ std::optional<Dictionary> Bridge::folderData(const SBIcon& icon, const SBFolder&
 bool Bridge::hasAnyParentFolder(const std::string& bundleIdentifier) {
   if (bundleIdentifier.empty()) return false;
   const auto& controller = platform_.iconController;
-  if (!controller) return ask<messages::HasParentFolder>(bundleIdentifier);
+  if (!controller) return ask<messages::HasParentFolder>(*this, bundleIdentifier);
   const auto icon =
       answer(controller, &SBIconController::expectedIconForDisplayIdentifier, bundleIdentifier)
           .orElse(nullptr);
@@ -73,7 +73,7 @@ bool Bridge::hasAnyParentFolder(const std::string& bundleIdentifier) {
 std::optional<Dictionary> Bridge::protectedFolderData(const std::string& bundleIdentifier) {
   if (bundleIdentifier.empty()) return std::nullopt;
   const auto& controller = platform_.iconController;
-  if (!controller) return ask<messages::ParentFolderProtected>(bundleIdentifier);
+  if (!controller) return ask<messages::ParentFolderProtected>(*this, bundleIdentifier);
   for (const auto& folder : foldersOfHomeScreen(*controller))
     for (const auto& icon : iconsOf(*folder))
       if (icon->leafIdentifier() == bundleIdentifier)

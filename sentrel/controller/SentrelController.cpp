@@ -1,7 +1,7 @@
 #include "sentrel/controller/SentrelController.h"
 
 #include "sentrel/biometrics/SNTouchIDManager.h"
-#include "sentrel/bridge/Bridge.h"
+#include "sentrel/bridge/Ask.h"
 #include "sentrel/bridge/Notifications.h"
 
 namespace sentrel {
@@ -87,7 +87,7 @@ std::shared_ptr<UIResponder> SentrelController::alertController() const {
 bool SentrelController::isAlertShowing() {
   if (!bridge_.isSpringBoard() &&
       !bridge_.isSystemApplication(platform_.mainBundle->bundleIdentifier()))
-    return bridge_.ask<messages::IsAlertShowing>();
+    return ask<messages::IsAlertShowing>(bridge_);
   return isOwnPromptShowing();
 }
 

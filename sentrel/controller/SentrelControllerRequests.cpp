@@ -1,5 +1,5 @@
 #include "sentrel/authui/SNWindow.h"
-#include "sentrel/bridge/Bridge.h"
+#include "sentrel/bridge/Ask.h"
 #include "sentrel/controller/SentrelController.h"
 #include "sentrel/settings/ServiceNames.h"
 
@@ -130,9 +130,9 @@ void SentrelController::requiresAuthenticationForPhotos(const Presenter& delegat
   if (bridge_.isSpringBoard() || bridge_.isIOS11())
     return promptForService(service_names::photos, delegate, std::move(completion));
   completionHandler_ = std::move(completion);
-  bridge_.ask<messages::HandleAuthentication>(
-      {std::string(bridge_.localizedString(service_names::photos)),
-       bridge_.authenticationMessage().value_or("")});
+  ask<messages::HandleAuthentication>(bridge_,
+                                      {std::string(bridge_.localizedString(service_names::photos)),
+                                       bridge_.authenticationMessage().value_or("")});
 }
 
 void SentrelController::requiresAuthenticationForLockscreenNotifications(const Presenter& delegate,

@@ -1,6 +1,6 @@
 #include "sentrel/settings/SNWiFiManager.h"
 
-#include "sentrel/bridge/Bridge.h"
+#include "sentrel/bridge/Ask.h"
 
 namespace sentrel {
 
@@ -8,12 +8,12 @@ SNWiFiManager::SNWiFiManager(Bridge& bridge) : bridge_(bridge), platform_(bridge
 
 std::optional<PropertyList::Array> SNWiFiManager::knownNetworks() const {
   if (platform_.wifi->hasManager()) return platform_.wifi->knownNetworks();
-  return bridge_.ask<messages::KnownNetworks>();
+  return ask<messages::KnownNetworks>(bridge_);
 }
 
 std::optional<PropertyList::Dictionary> SNWiFiManager::currentNetWork() const {
   if (platform_.wifi->hasClient()) return platform_.wifi->currentNetwork();
-  return bridge_.ask<messages::CurrentNetwork>();
+  return ask<messages::CurrentNetwork>(bridge_);
 }
 
 }  // namespace sentrel

@@ -2,7 +2,7 @@
 
 #include <chrono>
 
-#include "sentrel/bridge/Bridge.h"
+#include "sentrel/bridge/Ask.h"
 #include "sentrel/settings/SNSettings.h"
 
 namespace sentrel {
@@ -24,14 +24,14 @@ void UnlockSessionStore::record(const std::optional<SessionKey>& key) {
   times_.insert_or_assign(*key, now);
   untilLock_.insert(*key);
   if (bridge_.isSpringBoard()) return;
-  if (const auto item = wireForm(key->item())) bridge_.ask<messages::Unlocked>(*item);
+  if (const auto item = wireForm(key->item())) ask<messages::Unlocked>(bridge_, *item);
 }
 
 bool UnlockSessionStore::shouldIgnoreAuthentication(const SessionItem& item) {
   if (!settings_.isRememberUnlockSession()) return false;
   if (!bridge_.isSpringBoard()) {
     const auto form = wireForm(item);
-    return form && bridge_.ask<messages::LastUnlocked>(*form);
+    return form && ask<messages::LastUnlocked>(bridge_, *form);
   }
   // Nothing was ever unlocked, so no cache needs a look.
   if (!lastTime_) return false;

@@ -46,7 +46,8 @@ void PKGlyphView::show(std::int64_t state, Seconds duration, Completion completi
                                duration, CATiming{}),
         key);
   if (completionHandler)
-    UIApplication::sharedApplication().platform().mainQueue->after(duration, std::move(completionHandler));
+    UIApplication::sharedApplication().platform().mainQueue->after(duration,
+                                                                   std::move(completionHandler));
 }
 
 }  // namespace sentrel

@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "sentrel/uikit/UIApplication.h"
 #include "sentrel/uikit/AlertPanel.h"
+#include "sentrel/uikit/UIApplication.h"
 #include "sentrel/uikit/UIScreen.h"
 #include "sentrel/uikit/UIViewController.h"
 #include "sentrel/uikit/UIWindow.h"

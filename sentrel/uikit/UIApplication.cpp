@@ -19,8 +19,7 @@ std::vector<std::shared_ptr<UIWindow>> UIApplication::windows() const {
 void UIApplication::giveUpFirstResponder() {
   if (firstResponder_.expired()) return;
   firstResponder_.reset();
-  platform_.localCenter->post(
-      {std::string(UIKeyboardWillHideNotification), std::nullopt});
+  platform_.localCenter->post({std::string(UIKeyboardWillHideNotification), std::nullopt});
 }
 
 }  // namespace sentrel

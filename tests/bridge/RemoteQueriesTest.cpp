@@ -166,10 +166,11 @@ TEST_F(SpringBoardReplies, AreNotLoggedWithoutALabel) {
       {"com.quorvin.sentrel.app.lastConnectedNetWork",
        [] { SNWiFiManager::sharedManager().currentNetWork(); }},
       {"com.quorvin.sentrel.app.handle.authentication",
-       [] { ask<messages::HandleAuthentication>({}); }},
+       [] { ask<messages::HandleAuthentication>(Bridge::sharedBridge()); }},
       {"com.quorvin.sentrel.app.lastUnlocked",
        [] { SentrelController::sharedInstance().shouldIgnoreAuthentication(item); }},
-      {"com.quorvin.sentrel.app.lastUnlocked", [] { ask<messages::IsAlertShowing>(); }},
+      {"com.quorvin.sentrel.app.lastUnlocked",
+       [] { ask<messages::IsAlertShowing>(Bridge::sharedBridge()); }},
       {"com.quorvin.sentrel.app.unlocked",
        [] { SentrelController::sharedInstance().updateLastAuthenticationTime(SessionKey(item)); }},
   };
