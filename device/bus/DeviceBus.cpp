@@ -17,28 +17,12 @@
 #include <system_error>
 
 #include "device/bus/BusError.h"
+#include "device/common/FileDescriptor.h"
 
 namespace sentrel::bus {
 namespace {
 
 namespace fs = std::filesystem;
-
-/// A file descriptor that closes itself.
-class Descriptor {
- public:
-  explicit Descriptor(int number) noexcept : number_(number) {}
-  ~Descriptor() {
-    if (number_ >= 0) close(number_);
-  }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-
-  int get() const noexcept { return number_; }
-  explicit operator bool() const noexcept { return number_ >= 0; }
-
- private:
-  int number_;
-};
 
 fs::path folderOn(const std::string& root) {
   return fs::path(root) / "var/run/sentrel";
@@ -60,11 +44,11 @@ std::optional<std::string> namedBus(const BusChoice& choice) {
 
 /// The file's only line. Whatever else may stand in the file's place holds no address.
 std::optional<std::string> readAddress(const fs::path& path) {
-  const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   struct stat status {};
-  if (!file || fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+  if (!file || fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
   std::array<char, 1024> buffer;
-  const ssize_t count = read(file.get(), buffer.data(), buffer.size());
+  const ssize_t count = read(file.number(), buffer.data(), buffer.size());
   if (count <= 0) return std::nullopt;
   const std::string_view text(buffer.data(), static_cast<std::size_t>(count));
   const auto end = text.find('\n');
@@ -75,11 +59,11 @@ std::optional<std::string> readAddress(const fs::path& path) {
 /// Nothing outlives a crash of the machine here, so the file need not be flushed to the disk.
 void writeAddress(const fs::path& path, const std::string& address) {
   const fs::path draft = path.string() + ".new";
-  const Descriptor file(
+  const FileDescriptor file(
       open(draft.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0600));
   if (!file) fail("cannot write", draft, errno);
   const std::string line = address + "\n";
-  const ssize_t count = write(file.get(), line.data(), line.size());
+  const ssize_t count = write(file.number(), line.data(), line.size());
   if (count != static_cast<ssize_t>(line.size())) fail("cannot write", draft, errno);
   if (rename(draft.c_str(), path.c_str()) != 0) fail("cannot write", path, errno);
 }
@@ -116,24 +100,20 @@ bool isAlive(const std::string& path) {
   sockaddr_un name{AF_UNIX, {}};
   if (path.size() >= sizeof name.sun_path) return false;
   std::copy(path.begin(), path.end(), name.sun_path);
-  const Descriptor end(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+  const FileDescriptor end(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
   if (!end) return false;
   const auto* const target = reinterpret_cast<const sockaddr*>(&name);
-  return connect(end.get(), target, sizeof name) == 0 || errno == EAGAIN;  // alive, but busy
+  return connect(end.number(), target, sizeof name) == 0 || errno == EAGAIN;  // alive, but busy
 }
 
 /// Held by the one home-screen process of a root that looks for the bus or ends it.
-Descriptor lockFolder(const fs::path& folder) {
+FileDescriptor lockFolder(const fs::path& folder) {
   const fs::path path = folder / "bus-lock";
-  const int file = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
-  if (file < 0) fail("cannot open", path, errno);
-  while (flock(file, LOCK_EX) != 0) {
-    if (errno == EINTR) continue;
-    const int error = errno;
-    close(file);
-    fail("cannot lock", path, error);
-  }
-  return Descriptor(file);
+  FileDescriptor file(open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
+  if (!file) fail("cannot open", path, errno);
+  while (flock(file.number(), LOCK_EX) != 0)
+    if (errno != EINTR) fail("cannot lock", path, errno);
+  return file;
 }
 
 }  // namespace
@@ -155,7 +135,7 @@ void HomeScreenBus::startOrJoin() {
   std::error_code error;
   fs::create_directories(folder, error);
   if (error) fail("cannot make", folder, error.value());
-  const Descriptor lock = lockFolder(folder);
+  const FileDescriptor lock = lockFolder(folder);
   const auto found = readAddress(addressFileOn(root_));
   const auto path = found ? socketPath(*found) : std::nullopt;
   if (path && isAlive(*path)) {
@@ -172,7 +152,7 @@ void HomeScreenBus::startOrJoin() {
 HomeScreenBus::~HomeScreenBus() {
   if (!own_) return;
   try {
-    const Descriptor lock = lockFolder(folderOn(root_));
+    const FileDescriptor lock = lockFolder(folderOn(root_));
     const fs::path file = addressFileOn(root_);
     if (readAddress(file) == address_) unlink(file.c_str());
     own_.reset();

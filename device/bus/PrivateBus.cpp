@@ -166,6 +166,18 @@ PrivateBus::~PrivateBus() {
   end();
 }
 
+/// Where the daemon says its address; the other end of the pipe is the daemon's alone.
+FileDescriptor PrivateBus::startDaemon(char* const* arguments) {
+  int ends[2];
+  if (pipe2(ends, O_CLOEXEC) != 0) failWithErrno("no pipe");
+  FileDescriptor readEnd(ends[0]);
+  const FileDescriptor writeEnd(ends[1]);
+  const pid_t parent = getpid();
+  daemon_ = fork();
+  if (daemon_ == 0) becomeDaemon(parent, writeEnd.number(), arguments);
+  return readEnd;
+}
+
 void PrivateBus::start() {
   writeConfiguration(folder_);
   std::string program = "dbus-daemon";
@@ -174,14 +186,8 @@ void PrivateBus::start() {
   std::array<std::string, 3> flags{"--nofork", "--nopidfile", "--nosyslog"};
   char* const arguments[] = {program.data(),  file.data(),     print.data(), flags[0].data(),
                              flags[1].data(), flags[2].data(), nullptr};
-  int ends[2];
-  if (pipe2(ends, O_CLOEXEC) != 0) failWithErrno("no pipe");
-  const pid_t parent = getpid();
-  daemon_ = fork();
-  if (daemon_ == 0) becomeDaemon(parent, ends[1], arguments);
-  close(ends[1]);
-  const std::string line = daemon_ > 0 ? readLine(ends[0]) : std::string();
-  close(ends[0]);
+  const FileDescriptor said = startDaemon(arguments);
+  const std::string line = daemon_ > 0 ? readLine(said.number()) : std::string();
   if (line.empty() || line.back() != '\n')
     fail("dbus-daemon did not start; is the package dbus-daemon installed?");
   address_ = line.substr(0, line.find('\n'));

@@ -5,6 +5,8 @@
 #include <filesystem>
 #include <string>
 
+#include "device/common/FileDescriptor.h"
+
 namespace sentrel::bus {
 
 /// A message bus that belongs to this process: a dbus-daemon of our own, for processes of the same
@@ -25,6 +27,7 @@ class PrivateBus {
 
  private:
   void start();
+  FileDescriptor startDaemon(char* const* arguments);
   void end() noexcept;
 
   std::filesystem::path folder_;

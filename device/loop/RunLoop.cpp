@@ -40,11 +40,7 @@ std::optional<Seconds> earlier(std::optional<Seconds> a, std::optional<Seconds> 
 }  // namespace
 
 RunLoop::RunLoop() : wakeDescriptor_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
-  if (wakeDescriptor_ < 0) throw std::system_error(errno, std::generic_category(), "eventfd");
-}
-
-RunLoop::~RunLoop() {
-  close(wakeDescriptor_);
+  if (!wakeDescriptor_) throw std::system_error(errno, std::generic_category(), "eventfd");
 }
 
 void RunLoop::async(Block block) {
@@ -77,7 +73,7 @@ void RunLoop::wake() noexcept {
   const int error = errno;  // a signal handler must leave it alone
   const std::uint64_t one = 1;
   // A full counter is as good a wake-up as a written one.
-  [[maybe_unused]] const auto written = write(wakeDescriptor_, &one, sizeof one);
+  [[maybe_unused]] const auto written = write(wakeDescriptor_.number(), &one, sizeof one);
   errno = error;
 }
 
@@ -130,7 +126,7 @@ void RunLoop::waitAndDispatch() {
 /// Fills the two lists of the wait, and returns how long it may last on account of the sources.
 std::optional<Seconds> RunLoop::prepareSources() {
   waiting_.clear();
-  descriptors_.assign(1, {wakeDescriptor_, POLLIN, 0});
+  descriptors_.assign(1, {wakeDescriptor_.number(), POLLIN, 0});
   std::optional<Seconds> timeout;
   std::erase_if(sources_, [](const auto& source) { return source.expired(); });
   const Moment now = std::chrono::steady_clock::now();
@@ -152,7 +148,7 @@ void RunLoop::forgetWake() noexcept {
   }
   if (!descriptors_.front().revents) return;
   std::uint64_t count = 0;
-  [[maybe_unused]] const auto got = read(wakeDescriptor_, &count, sizeof count);
+  [[maybe_unused]] const auto got = read(wakeDescriptor_.number(), &count, sizeof count);
 }
 
 }  // namespace sentrel::loop

@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "device/common/FileDescriptor.h"
 #include "sentrel/platform/MainQueue.h"
 
 namespace sentrel::loop {
@@ -43,7 +44,6 @@ class RunLoop final : public MainQueue {
   };
 
   RunLoop();
-  ~RunLoop() override;
   RunLoop(const RunLoop&) = delete;
   RunLoop& operator=(const RunLoop&) = delete;
 
@@ -90,7 +90,7 @@ class RunLoop final : public MainQueue {
   std::vector<pollfd> descriptors_;
 
   std::atomic<bool> stopping_{false};
-  int wakeDescriptor_;
+  const FileDescriptor wakeDescriptor_;
 };
 
 }  // namespace sentrel::loop

@@ -10,7 +10,7 @@
 #include <optional>
 #include <system_error>
 
-#include "device/storage/FileDescriptor.h"
+#include "device/common/FileDescriptor.h"
 
 namespace sentrel::storage {
 namespace {

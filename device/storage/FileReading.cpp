@@ -6,7 +6,7 @@
 #include <cerrno>
 #include <optional>
 
-#include "device/storage/FileDescriptor.h"
+#include "device/common/FileDescriptor.h"
 #include "device/storage/PropertyListLimits.h"
 
 namespace sentrel::storage {

@@ -12,7 +12,7 @@
 
 #include <cstring>
 
-#include "device/storage/FileDescriptor.h"
+#include "device/common/FileDescriptor.h"
 #include "device/storage/PropertyListCoding.h"
 #include "tests/storage/TemporaryFolder.h"
 

@@ -2,12 +2,16 @@
 
 #include <unistd.h>
 
-namespace sentrel::storage {
+#include <utility>
 
-/// Owns an open file of this machine.
+namespace sentrel {
+
+/// Owns a descriptor of this machine: an open file, a socket, an end of a pipe. A negative number
+/// is none.
 class FileDescriptor {
  public:
-  explicit FileDescriptor(int number) : number_(number) {}
+  explicit FileDescriptor(int number) noexcept : number_(number) {}
+  FileDescriptor(FileDescriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
   ~FileDescriptor() {
     if (number_ >= 0) ::close(number_);
   }
@@ -22,4 +26,4 @@ class FileDescriptor {
   int number_;
 };
 
-}  // namespace sentrel::storage
+}  // namespace sentrel
