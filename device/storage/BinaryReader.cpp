@@ -1,147 +1,299 @@
 #include "device/storage/BinaryReader.h"
 
-#include <plist/plist.h>
-
 #include <bit>
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
-#include <limits>
-#include <memory>
+#include <optional>
+#include <utility>
+#include <vector>
 
-#include "device/storage/BinaryCheck.h"
+#include "device/storage/PropertyListLimits.h"
+#include "device/storage/Utf8.h"
 
 namespace sentrel::storage {
 namespace {
 
-template <auto Function>
-struct FreedBy {
-  template <class T>
-  void operator()(T* object) const {
-    Function(object);
-  }
+using Kind = PropertyListFault::Kind;
+
+constexpr std::size_t headerSize = 8;
+constexpr std::size_t trailerSize = 32;
+
+/// The least that one element of a collection costs in XML: "<true/>".
+constexpr std::uint64_t smallestElementSize = 7;
+
+/// Dates are seconds from the start of 2001.
+constexpr Seconds startOf2001{978307200};
+
+enum Marker : unsigned {
+  simple = 0x0,
+  integer = 0x1,
+  real = 0x2,
+  date = 0x3,
+  data = 0x4,
+  ascii = 0x5,
+  utf16 = 0x6,
+  array = 0xA,
+  dictionary = 0xD,
 };
 
-using Tree = std::unique_ptr<void, FreedBy<plist_free>>;
-using Iterator = std::unique_ptr<void, FreedBy<std::free>>;
-using Text = std::unique_ptr<char, FreedBy<std::free>>;
-
-std::string_view textOf(plist_t node) {
-  std::uint64_t length = 0;
-  const char* text = plist_get_string_ptr(node, &length);
-  return text ? std::string_view(text, length) : std::string_view();
-}
-
-PropertyList::Data dataOf(plist_t node) {
-  std::uint64_t length = 0;
-  const char* bytes = plist_get_data_ptr(node, &length);
-  return bytes ? PropertyList::Data(bytes, bytes + length) : PropertyList::Data();
-}
-
-/// libplist tells a date in 32-bit seconds only, which end in 2069; in the binary form it writes
-/// the whole number, right behind an 8-byte header and the marker. Not finite when it has none.
-Seconds since2001(plist_t node) {
-  constexpr std::size_t start = 9;
-  char* bytes = nullptr;
-  std::uint32_t length = 0;
-  plist_to_bin(node, &bytes, &length);
-  const Text owned(bytes);
-  if (length < start + sizeof(double)) return Seconds(std::numeric_limits<double>::infinity());
-  std::uint64_t bits = 0;
-  for (std::size_t i = 0; i < sizeof(double); ++i)
-    bits = bits << 8 | static_cast<unsigned char>(bytes[start + i]);
-  return Seconds(std::bit_cast<double>(bits));
-}
-
-/// Makes our values of libplist's. The caller has bounded the depth.
-class Conversion {
+/// Goes down the objects from the root. A step that fails leaves a fault behind and says none.
+class BinaryReader {
  public:
-  PropertyList convert(plist_t node) {
-    switch (plist_get_node_type(node)) {
-      case PLIST_BOOLEAN:
-        return convert(node, plist_get_bool_val, std::uint8_t()) != 0;
-      case PLIST_UINT:
-        return convert(node, plist_get_uint_val, std::uint64_t());
-      case PLIST_REAL:
-        return convert(node, plist_get_real_val, double());
-      case PLIST_STRING:
-        return textOf(node);
-      case PLIST_DATA:
-        return dataOf(node);
-      case PLIST_DATE:
-        return dateOf(node);
-      case PLIST_ARRAY:
-        return arrayOf(node);
-      case PLIST_DICT:
-        return dictionaryOf(node);
-      default:
-        failed_ = true;
-        return false;
+  explicit BinaryReader(std::string_view file) : file_(file) {}
+
+  PropertyListReading read() {
+    if (readTrailer()) {
+      reached_.resize(objectCount_);
+      if (auto root = readObject(root_, 1)) return std::move(*root);
     }
+    return fault_;
   }
 
-  /// Whether a value was met that a PropertyList cannot hold.
-  bool failed() const noexcept { return failed_; }
-
  private:
-  template <class Number>
-  static Number convert(plist_t node, void (*get)(plist_t, Number*), Number number) {
-    get(node, &number);
+  using Value = std::optional<PropertyList>;
+  using Text = std::optional<std::string>;
+
+  /// Where an object's content stands, and its count of bytes, characters or elements.
+  struct Content {
+    std::uint64_t start;
+    std::uint64_t count;
+  };
+
+  std::nullopt_t fail(std::string_view detail, Kind kind = Kind::damaged) {
+    fault_ = {kind, detail};
+    return std::nullopt;
+  }
+
+  std::uint64_t numberAt(std::uint64_t start, std::uint64_t bytes) const {
+    std::uint64_t number = 0;
+    for (std::uint64_t i = 0; i < bytes; ++i)
+      number = number << 8 | static_cast<unsigned char>(file_[start + i]);
     return number;
   }
 
-  PropertyList::Date dateOf(plist_t node) {
-    constexpr Seconds startOf2001{978307200};
-    const Seconds seconds = since2001(node);
-    if (!std::isfinite(seconds.count())) failed_ = true;
-    return PropertyList::Date(seconds + startOf2001);
+  bool readTrailer() {
+    if (!file_.starts_with("bplist00")) return refuse("an unknown version of the binary form");
+    if (file_.size() < headerSize + trailerSize) return refuse("it ends too early");
+    const std::uint64_t trailer = file_.size() - trailerSize;
+    offsetSize_ = numberAt(trailer + 6, 1);
+    referenceSize_ = numberAt(trailer + 7, 1);
+    objectCount_ = numberAt(trailer + 8, 8);
+    root_ = numberAt(trailer + 16, 8);
+    tableStart_ = numberAt(trailer + 24, 8);
+    const bool sizes =
+        offsetSize_ >= 1 && offsetSize_ <= 8 && referenceSize_ >= 1 && referenceSize_ <= 8;
+    if (!sizes || tableStart_ <= headerSize || tableStart_ > trailer)
+      return refuse("its trailer makes no sense");
+    const bool fits = objectCount_ <= (trailer - tableStart_) / offsetSize_;
+    return fits || refuse("it promises more objects than it holds");
   }
 
-  PropertyList::Array arrayOf(plist_t node) {
+  /// Where the object of that number stands.
+  std::optional<std::uint64_t> find(std::uint64_t number) {
+    if (number >= objectCount_) return fail("a reference to no object");
+    const std::uint64_t start = numberAt(tableStart_ + number * offsetSize_, offsetSize_);
+    if (start < headerSize || start >= tableStart_) return fail("an object outside the file");
+    return start;
+  }
+
+  unsigned markerAt(std::uint64_t start) const { return static_cast<unsigned char>(file_[start]); }
+
+  Value readObject(std::uint64_t number, std::size_t depth) {
+    const auto start = find(number);
+    if (!start) return std::nullopt;
+    const unsigned type = markerAt(*start) >> 4;
+    switch (type) {
+      case simple:
+        return readSimple(markerAt(*start));
+      case integer:
+      case real:
+      case date:
+        return readNumber(type, *start);
+      case data:
+        return readData(*start);
+      case ascii:
+      case utf16:
+        if (auto text = readText(*start)) return std::move(*text);
+        return std::nullopt;
+      case array:
+      case dictionary:
+        if (!enter(number, depth)) return std::nullopt;
+        return type == array ? readArray(*start, depth) : readDictionary(*start, depth);
+      default:
+        return fail({}, Kind::unsupportedType);
+    }
+  }
+
+  Value readSimple(unsigned marker) {
+    if (marker != 0x08 && marker != 0x09) return fail({}, Kind::unsupportedType);
+    return marker == 0x09;
+  }
+
+  /// The size of a number is a power of two.
+  Value readNumber(unsigned type, std::uint64_t start) {
+    const unsigned power = markerAt(start) & 0xF;
+    if (type == integer && power > 3) return fail("an integer that does not fit 64 bits");
+    if (type == real && power != 2 && power != 3) return fail("a real of unknown size");
+    if (type == date && power != 3) return fail("a date of unknown size");
+    const std::uint64_t size = std::uint64_t{1} << power;
+    if (!lies(start + 1, size)) return std::nullopt;
+    const std::uint64_t bits = numberAt(start + 1, size);
+    if (type == integer) return static_cast<std::int64_t>(bits);
+    if (type == real && power == 2)
+      return double{std::bit_cast<float>(static_cast<std::uint32_t>(bits))};
+    const auto value = std::bit_cast<double>(bits);
+    if (type == real) return value;
+    if (!std::isfinite(value)) return fail({}, Kind::unsupportedType);
+    return PropertyList::Date(startOf2001 + Seconds(value));
+  }
+
+  Value readData(std::uint64_t start) {
+    const auto content = readContent(start, 1);
+    if (!content) return std::nullopt;
+    const std::string_view bytes = file_.substr(content->start, content->count);
+    return PropertyList::Data(bytes.begin(), bytes.end());
+  }
+
+  Text readText(std::uint64_t start) {
+    const bool isWide = markerAt(start) >> 4 == utf16;
+    const auto content = readContent(start, isWide ? 2 : 1);
+    if (!content) return std::nullopt;
+    return isWide ? readUtf16(*content) : readBytes(*content);
+  }
+
+  Text readBytes(const Content& content) {
+    const std::string_view text = file_.substr(content.start, content.count);
+    if (qualityOf(text) == TextQuality::notUtf8) return fail({}, Kind::notUtf8);
+    if (text.find('\0') != text.npos) return fail("a zero inside a text");
+    return std::string(text);
+  }
+
+  Text readUtf16(const Content& content) {
+    if (content.count == 0) return fail("an empty text of wide characters");  // as libplist has it
+    std::string text;
+    char32_t high = 0;
+    for (std::uint64_t i = 0; i < content.count; ++i) {
+      const auto unit = static_cast<char32_t>(numberAt(content.start + 2 * i, 2));
+      if (unit == 0) return fail("a zero inside a text");
+      const bool isLow = unit >= 0xDC00 && unit <= 0xDFFF;
+      if (isLow != (high != 0)) return fail("half a character", Kind::notUtf8);
+      if (isLow)
+        appendUtf8(text, 0x10000 + ((std::exchange(high, 0) - 0xD800) << 10) + (unit - 0xDC00));
+      else if (unit >= 0xD800 && unit <= 0xDBFF)
+        high = unit;
+      else
+        appendUtf8(text, unit);
+    }
+    if (high != 0) return fail("half a character", Kind::notUtf8);
+    return text;
+  }
+
+  /// A container is entered once.
+  bool enter(std::uint64_t number, std::size_t depth) {
+    if (reached_[number]) return refuse("a collection that is used twice");
+    reached_[number] = true;
+    return depth <= maximumPropertyListDepth || refuse({}, Kind::tooDeep);
+  }
+
+  Value readArray(std::uint64_t start, std::size_t depth) {
+    const auto content = readContainer(start, 1);
+    if (!content) return std::nullopt;
     PropertyList::Array elements;
-    elements.reserve(plist_array_get_size(node));
-    plist_array_iter position = nullptr;
-    plist_array_new_iter(node, &position);
-    const Iterator owned(position);
-    for (;;) {
-      plist_t item = nullptr;
-      plist_array_next_item(node, position, &item);
-      if (!item) return elements;
-      elements.push_back(convert(item));
+    elements.reserve(content->count);
+    for (std::uint64_t i = 0; i < content->count; ++i) {
+      auto element = readObject(referenceAt(*content, i), depth + 1);
+      if (!element) return std::nullopt;
+      elements.push_back(std::move(*element));
     }
+    return elements;
   }
 
-  PropertyList::Dictionary dictionaryOf(plist_t node) {
+  /// The references to all keys come before those to the values.
+  Value readDictionary(std::uint64_t start, std::size_t depth) {
+    const auto content = readContainer(start, 2);
+    if (!content) return std::nullopt;
     PropertyList::Dictionary entries;
-    plist_dict_iter position = nullptr;
-    plist_dict_new_iter(node, &position);
-    const Iterator owned(position);
-    for (;;) {
-      char* key = nullptr;
-      plist_t item = nullptr;
-      plist_dict_next_item(node, position, &key, &item);
-      const Text ownedKey(key);
-      if (!item) return entries;
-      entries.insert_or_assign(key, convert(item));
+    for (std::uint64_t i = 0; i < content->count; ++i) {
+      auto key = readKey(referenceAt(*content, i));
+      if (!key) return std::nullopt;
+      auto value = readObject(referenceAt(*content, content->count + i), depth + 1);
+      if (!value) return std::nullopt;
+      entries.insert_or_assign(std::move(*key), std::move(*value));
     }
+    return entries;
   }
 
-  bool failed_ = false;
+  Text readKey(std::uint64_t number) {
+    const auto start = find(number);
+    if (!start) return std::nullopt;
+    const unsigned type = markerAt(*start) >> 4;
+    if (type != ascii && type != utf16) return fail("a key that is no text");
+    return readText(*start);
+  }
+
+  /// Charged before any element is read: objects of different numbers may share the same bytes.
+  std::optional<Content> readContainer(std::uint64_t start, std::uint64_t perElement) {
+    const auto content = readCount(start);
+    if (!content || !lies(content->start, content->count, perElement * referenceSize_) ||
+        !charge(content->count * perElement * smallestElementSize))
+      return std::nullopt;
+    return content;
+  }
+
+  std::uint64_t referenceAt(const Content& content, std::uint64_t index) const {
+    return numberAt(content.start + index * referenceSize_, referenceSize_);
+  }
+
+  std::optional<Content> readContent(std::uint64_t start, std::uint64_t width) {
+    const auto content = readCount(start);
+    if (!content || !lies(content->start, content->count, width) || !charge(content->count))
+      return std::nullopt;
+    return content;
+  }
+
+  /// The count in the marker's low half, or in the integer after it.
+  std::optional<Content> readCount(std::uint64_t start) {
+    const std::uint64_t count = markerAt(start) & 0xF;
+    if (count < 0xF) return Content{start + 1, count};
+    if (!lies(start + 1, 1)) return std::nullopt;
+    const unsigned marker = markerAt(start + 1);
+    if (marker >> 4 != integer || (marker & 0xF) > 3) return fail("a count that is no number");
+    const std::uint64_t bytes = std::uint64_t{1} << (marker & 0xF);
+    if (!lies(start + 2, bytes)) return std::nullopt;
+    return Content{start + 2 + bytes, numberAt(start + 2, bytes)};
+  }
+
+  bool lies(std::uint64_t start, std::uint64_t count, std::uint64_t width = 1) {
+    const bool inside = start <= tableStart_ && count <= (tableStart_ - start) / width;
+    return inside || refuse("an object that runs over the end");
+  }
+
+  bool charge(std::uint64_t bytes) {
+    unfolded_ += bytes;
+    return unfolded_ <= maximumPropertyListSize ||
+           refuse("its shared values unfold beyond the limit", Kind::tooLarge);
+  }
+
+  bool refuse(std::string_view detail, Kind kind = Kind::damaged) {
+    fail(detail, kind);
+    return false;
+  }
+
+  const std::string_view file_;
+  std::uint64_t offsetSize_ = 0;
+  std::uint64_t referenceSize_ = 0;
+  std::uint64_t objectCount_ = 0;
+  std::uint64_t root_ = 0;
+  std::uint64_t tableStart_ = 0;
+  std::vector<bool> reached_;
+  std::uint64_t unfolded_ = 0;
+  PropertyListFault fault_{Kind::damaged};
 };
 
 }  // namespace
 
 PropertyListReading readBinary(std::string_view file) {
-  using Kind = PropertyListFault::Kind;
-  if (const auto fault = checkBinary(file)) return *fault;
-  plist_t root = nullptr;
-  plist_from_bin(file.data(), static_cast<std::uint32_t>(file.size()), &root);
-  const Tree tree(root);
-  if (!tree) return PropertyListFault{Kind::damaged};
-  Conversion conversion;
-  PropertyListReading reading = conversion.convert(root);
-  if (conversion.failed()) return PropertyListFault{Kind::unsupportedType};
-  return reading;
+  return BinaryReader(file).read();
 }
 
 }  // namespace sentrel::storage

@@ -1,12 +1,12 @@
 #include "device/storage/PropertyListCoding.h"
 
 #include <gtest/gtest.h>
-#include <plist/plist.h>
 
 #include <cmath>
 #include <limits>
 
 #include "tests/storage/BinaryListBuilder.h"
+#include "tests/support/LibplistReading.h"
 
 namespace sentrel::storage {
 namespace {
@@ -52,19 +52,6 @@ void expectValue(const std::string& bytes, const PropertyList& value) {
   const auto* read = std::get_if<PropertyList>(&reading);
   ASSERT_TRUE(read) << outcome(bytes);
   EXPECT_EQ(*read, value) << outcome(bytes);
-}
-
-/// `document` as libplist reads it, written by libplist in the binary form.
-std::string binaryByLibplist(const std::string& document) {
-  plist_t tree = nullptr;
-  plist_from_xml(document.data(), static_cast<std::uint32_t>(document.size()), &tree);
-  char* bytes = nullptr;
-  std::uint32_t length = 0;
-  plist_to_bin(tree, &bytes, &length);
-  const std::string binary(bytes ? bytes : "", length);
-  plist_to_bin_free(bytes);
-  plist_free(tree);
-  return binary;
 }
 
 PropertyList everyType() {
@@ -258,10 +245,13 @@ TEST(PropertyListCoding, SurvivesEveryChangedByteOfABinaryFile) {
     for (const int change : {0x01, 0x10, 0x80, 0xFF}) {
       std::string changed = sample;
       changed[i] = static_cast<char>(changed[i] ^ change);
-      // Whatever it reads as can be written, where XML has a form for it, and read again.
       const auto reading = parsePropertyList(changed);
       const auto* value = std::get_if<PropertyList>(&reading);
-      const auto document = value ? serializePropertyList(*value) : std::nullopt;
+      if (!value) continue;
+      const auto second = readByLibplist(changed);
+      ASSERT_TRUE(second && isSameValue(*second, *value)) << i << ": " << change;
+      // Where XML has a form for it, it can be written and read again.
+      const auto document = serializePropertyList(*value);
       if (!document) continue;
       const auto again = parsePropertyList(*document);
       ASSERT_EQ(serializePropertyList(std::get<PropertyList>(again)), document);
@@ -331,6 +321,7 @@ TEST(BinaryPropertyList, RefusesObjectsThatItCannotTakeAsTheyAre) {
       {std::string("\x33\x7F\xF0").append(6, '\0'), Kind::unsupportedType},  // an infinite date
       {"\x51\xFF", Kind::notUtf8},                                           // text of one byte
       {std::string("\x51\x00", 2), Kind::damaged},                           // text with a zero
+      {"\x60", Kind::damaged},                                               // empty wide text
       {std::string("\x61\xD8\x00", 3), Kind::notUtf8},                       // half a pair
       {std::string("\x62\xDC\x00\x00\x41", 5), Kind::notUtf8},               // the other half
       {"\x4E", Kind::damaged},                                      // data into the offsets
