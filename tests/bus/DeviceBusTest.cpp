@@ -4,13 +4,13 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <list>
 #include <set>
 
 #include "tests/support/BusTesting.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace sentrel::bus {
 namespace {
@@ -20,17 +20,12 @@ namespace fs = std::filesystem;
 class DeviceBuses : public ::testing::Test {
  protected:
   DeviceBuses() { fs::create_directories(file().parent_path()); }
-  ~DeviceBuses() override { fs::remove_all(root_); }
 
   fs::path file() const { return root_ / "var/run/sentrel/bus-address"; }
   BusChoice choice() const { return {root_, ""}; }
 
-  static fs::path makeRoot() {
-    std::string folder = fs::temp_directory_path() / "sentrel-root-XXXXXX";
-    return mkdtemp(folder.data()) ? fs::path(folder) : fs::path();
-  }
-
-  const fs::path root_ = makeRoot();
+  const TemporaryFolder folder_;
+  const fs::path root_ = folder_.path();
   const Environment named_{"SENTREL_BUS", ""};
   const Environment runtime_{"XDG_RUNTIME_DIR", root_};
 };

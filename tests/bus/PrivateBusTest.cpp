@@ -5,20 +5,15 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <filesystem>
 
 #include "tests/support/BusTesting.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace sentrel::bus {
 namespace {
 
 namespace fs = std::filesystem;
-
-fs::path makeFolder(const fs::path& below) {
-  std::string folder = below / "sentrel-test-XXXXXX";
-  return mkdtemp(folder.data()) ? fs::path(folder) : fs::path();
-}
 
 class PrivateBuses : public ::testing::Test {
  protected:
@@ -32,31 +27,31 @@ class PrivateBuses : public ::testing::Test {
 };
 
 TEST_F(PrivateBuses, LeaveNothingBehind) {
-  const fs::path parent = makeFolder(fs::temp_directory_path());
+  const TemporaryFolder folder;
+  const fs::path parent = folder.path();
   const Environment runtime("XDG_RUNTIME_DIR", parent);
   pid_t daemon = 0;
   {
     const PrivateBus bus;
     daemon = bus.daemon();
     ASSERT_EQ(std::distance(fs::directory_iterator(parent), {}), 1);
-    const fs::path folder = fs::directory_iterator(parent)->path();
-    EXPECT_EQ(fs::status(folder).permissions(), fs::perms::owner_all);
+    const fs::path own = fs::directory_iterator(parent)->path();
+    EXPECT_EQ(fs::status(own).permissions(), fs::perms::owner_all);
     EXPECT_EQ(kill(daemon, 0), 0);
   }
   EXPECT_EQ(kill(daemon, 0), -1);
   EXPECT_TRUE(fs::is_empty(parent));
-  fs::remove_all(parent);
 }
 
 TEST_F(PrivateBuses, StartUnderTemporaryFoldersOfAnyName) {
-  const fs::path parent = makeFolder(fs::temp_directory_path());
+  const TemporaryFolder folder;
+  const fs::path parent = folder.path();
   const std::string names[] = {"a space, 100% & <odd>; =\"\xC3\xA9'", std::string(150, 'x')};
   for (const std::string& name : names) {
     fs::create_directory(parent / name);
     const Environment runtime("XDG_RUNTIME_DIR", parent / name);
     EXPECT_TRUE(canConnect(PrivateBus())) << name;
   }
-  fs::remove_all(parent);
 }
 
 TEST_F(PrivateBuses, SaySoWhenThereIsNoDaemonToStart) {
@@ -72,7 +67,8 @@ TEST_F(PrivateBuses, SaySoWhenThereIsNoDaemonToStart) {
 }
 
 TEST_F(PrivateBuses, EndWithTheProcessThatStartedThem) {
-  const fs::path parent = makeFolder(fs::temp_directory_path());
+  const TemporaryFolder folder;
+  const fs::path parent = folder.path();
   const Environment runtime("XDG_RUNTIME_DIR", parent);
   ChildProcess owner([](const ChildProcess::Ready& ready) {
     const PrivateBus bus;
@@ -87,7 +83,6 @@ TEST_F(PrivateBuses, EndWithTheProcessThatStartedThem) {
   ASSERT_TRUE(connection.isConnected());
   owner.end();
   EXPECT_TRUE(runUntil(*loop_, [&] { return lost; }));
-  fs::remove_all(parent);
 }
 
 TEST_F(BusTest, GivesOnlyNamesOfThisSystem) {

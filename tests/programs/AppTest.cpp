@@ -10,8 +10,8 @@
 #include "sentrel/controller/SentrelController.h"
 #include "tests/programs/ProgramRun.h"
 #include "tests/programs/RunningProgram.h"
-#include "tests/storage/TemporaryFolder.h"
 #include "tests/support/BusTesting.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace sentrel {
 namespace {
@@ -43,7 +43,7 @@ class App : public ::testing::Test {
 
   const std::string notes = "com.example.notes";
   const std::string maps = "com.example.maps";
-  storage::TemporaryFolder root;
+  TemporaryFolder root;
 };
 
 TEST_F(App, AsksWithoutAHomeScreenAndSaysThatThereIsNone) {

@@ -5,7 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "tests/storage/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 extern char** environ;
 
@@ -26,7 +26,7 @@ pid_t spawnProgram(const std::string& name, std::vector<std::string> arguments,
 
 ProgramResult runProgram(const std::string& name, const std::vector<std::string>& arguments,
                          const std::string& input) {
-  const storage::TemporaryFolder folder;
+  const TemporaryFolder folder;
   folder.put("in", input);
   posix_spawn_file_actions_t actions;
   posix_spawn_file_actions_init(&actions);

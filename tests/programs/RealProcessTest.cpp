@@ -1,14 +1,14 @@
 #include "programs/common/RealProcess.h"
 
 #include "sentrel/bridge/SNUtils.h"
-#include "tests/storage/TemporaryFolder.h"
 #include "tests/support/BusTesting.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace sentrel::programs {
 namespace {
 
 TEST(RealProcess, LearnsOnItsOwnLoopHowAskingTheOwnerEnded) {
-  const storage::TemporaryFolder root;
+  const TemporaryFolder root;
   const bus::ChildProcess child([&root](const bus::ChildProcess::Ready& ready) {
     RealProcess self("test", std::string(springBoardBundleIdentifier), root.path(), "");
     self.device().sensor().isTouchIDCapable = true;

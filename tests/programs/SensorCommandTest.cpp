@@ -1,6 +1,6 @@
 #include "device/bus/BusNotificationCenter.h"
 #include "tests/programs/RunningProgram.h"
-#include "tests/storage/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 #include "tests/support/BusTesting.h"
 
 namespace sentrel::bus {
@@ -9,7 +9,7 @@ namespace {
 /// The home-screen program, told what to do line by line, on a bus where this process listens.
 class SensorCommand : public BusTest {
  protected:
-  storage::TemporaryFolder root_;
+  TemporaryFolder root_;
   RunningProgram home_{"sentrel-springboard", {"--root", root_.path(), "--bus", bus_.address()}};
 };
 

@@ -20,7 +20,7 @@
 #include "sentrel/settings/SettingsKeys.h"
 #include "tests/programs/ProgramRun.h"
 #include "tests/programs/RunningProgram.h"
-#include "tests/storage/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 #include "tests/support/BusTesting.h"
 
 namespace sentrel {
@@ -57,7 +57,7 @@ class Sentrelctl : public ::testing::Test {
     root.put(std::string(settingsFilePath), content);
   }
 
-  storage::TemporaryFolder root;
+  TemporaryFolder root;
   storage::PlistFiles files{storage::DeviceRoot(root.path())};
 };
 
@@ -482,7 +482,7 @@ TEST_F(SentrelctlOnAPhone, AFolderIsExplainedWithTheSessionThatCoversIt) {
 /// The preferences tool on a bus where this process listens.
 class SentrelctlOnABus : public bus::BusTest {
  protected:
-  storage::TemporaryFolder root_;
+  TemporaryFolder root_;
 };
 
 TEST_F(SentrelctlOnABus, TellsEveryProcessOfANewFile) {

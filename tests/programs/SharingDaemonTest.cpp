@@ -5,7 +5,7 @@
 
 #include "tests/programs/ProgramRun.h"
 #include "tests/programs/RunningProgram.h"
-#include "tests/storage/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace sentrel {
 namespace {
@@ -20,7 +20,7 @@ class SharingDaemon : public ::testing::Test {
     EXPECT_EQ(daemon->hear(), "ready");
   }
 
-  storage::TemporaryFolder root;
+  TemporaryFolder root;
   std::vector<std::string> arguments{"--root", root.path()};
   RunningProgram home{"sentrel-springboard", arguments};
   std::optional<RunningProgram> daemon;
@@ -83,7 +83,7 @@ TEST_F(SharingDaemon, RefusesCommandsThatMakeNoSense) {
 }
 
 TEST_F(SharingDaemon, NeedsABusAndItsNameToItself) {
-  const storage::TemporaryFolder elsewhere;
+  const TemporaryFolder elsewhere;
   const ProgramResult alone = runProgram("sentrel-sharingd", {"--root", elsewhere.path()});
   EXPECT_EQ(alone.code, 3);
   EXPECT_NE(alone.errors.find("start sentrel-springboard"), std::string::npos) << alone.errors;

@@ -10,7 +10,7 @@
 
 #include "sentrel/settings/SettingsKeys.h"
 #include "tests/programs/ProgramRun.h"
-#include "tests/storage/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace sentrel {
 namespace {
@@ -44,7 +44,7 @@ std::vector<std::filesystem::path> scenarios() {
 class Scenario : public testing::TestWithParam<std::filesystem::path> {};
 
 TEST_P(Scenario, MeetsEveryExpectation) {
-  const storage::TemporaryFolder pictures;
+  const TemporaryFolder pictures;
   const ProgramResult result = runSim({GetParam().string(), pictures.path()});
   EXPECT_EQ(result.code, 0) << result.output;
   EXPECT_EQ(result.errors, "");
@@ -65,7 +65,7 @@ class ScriptLanguage : public testing::Test {
     return runSim({file});
   }
 
-  storage::TemporaryFolder folder;
+  TemporaryFolder folder;
   std::string file = folder.path("day.sim");
 };
 

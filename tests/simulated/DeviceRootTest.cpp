@@ -8,6 +8,7 @@
 
 #include "device/simulated/DeviceRootReader.h"
 #include "sentrel/bridge/SNUtils.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace sentrel::simulated {
 namespace {
@@ -18,11 +19,8 @@ namespace fs = std::filesystem;
 class PhoneFromItsRoot : public ::testing::Test {
  protected:
   PhoneFromItsRoot() {
-    std::string folder = (fs::temp_directory_path() / "sentrel-root-XXXXXX").string();
-    root = mkdtemp(folder.data());
     fs::copy(fs::path(SENTREL_SOURCE) / "examples" / "root", root, fs::copy_options::recursive);
   }
-  ~PhoneFromItsRoot() override { fs::remove_all(root); }
 
   DeviceRootReader reader() { return DeviceRootReader(storage::DeviceRoot(root.string())); }
 
@@ -36,7 +34,8 @@ class PhoneFromItsRoot : public ::testing::Test {
     replace(path, "<plist><dict><key>" + key + "</key>" + value + "</dict></plist>");
   }
 
-  fs::path root;
+  const TemporaryFolder folder;
+  const fs::path root = folder.path();
   SimulatedDevice device;
 };
 

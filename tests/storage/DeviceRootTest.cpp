@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "device/storage/RootedFiles.h"
-#include "tests/storage/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 #include "tests/support/CountedAllocations.h"
 
 namespace sentrel::storage {

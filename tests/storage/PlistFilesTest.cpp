@@ -14,7 +14,7 @@
 
 #include "device/common/FileDescriptor.h"
 #include "device/storage/PropertyListCoding.h"
-#include "tests/storage/TemporaryFolder.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace sentrel::storage {
 namespace {

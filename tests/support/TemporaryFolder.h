@@ -8,7 +8,7 @@
 #include <iterator>
 #include <string>
 
-namespace sentrel::storage {
+namespace sentrel {
 
 /// A folder of this machine that is gone with its content when the test ends.
 class TemporaryFolder {
@@ -44,4 +44,4 @@ class TemporaryFolder {
   std::string path_;
 };
 
-}  // namespace sentrel::storage
+}  // namespace sentrel
