@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "device/storage/RootedFiles.h"
-#include "tests/support/TemporaryFolder.h"
 #include "tests/support/CountedAllocations.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace sentrel::storage {
 namespace {

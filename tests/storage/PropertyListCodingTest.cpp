@@ -82,12 +82,6 @@ TEST(PropertyListCoding, AgreesWithLibplistOnXmlAndBinary) {
   expectValue(binaryByLibplist(*document), everyType());
 }
 
-TEST(PropertyListCoding, KeepsWholeSecondsOfADate) {
-  const auto document = serializePropertyList(date(-0.25));
-  ASSERT_TRUE(document);
-  expectValue(*document, date(-1));
-}
-
 TEST(PropertyListCoding, ReadsNotANumber) {
   const auto document = serializePropertyList(std::nan(""));
   ASSERT_TRUE(document);
@@ -248,8 +242,7 @@ TEST(PropertyListCoding, SurvivesEveryChangedByteOfABinaryFile) {
       const auto reading = parsePropertyList(changed);
       const auto* value = std::get_if<PropertyList>(&reading);
       if (!value) continue;
-      const auto second = readByLibplist(changed);
-      ASSERT_TRUE(second && isSameValue(*second, *value)) << i << ": " << change;
+      ASSERT_TRUE(libplistReads(changed, *value)) << i << ": " << change;
       // Where XML has a form for it, it can be written and read again.
       const auto document = serializePropertyList(*value);
       if (!document) continue;
