@@ -37,9 +37,6 @@ class HomeScreenBus {
 
   const std::string& address() const noexcept { return address_; }
 
-  /// Whether this process runs the bus, rather than having joined it.
-  bool isOwn() const noexcept { return own_ != nullptr; }
-
  private:
   void startOrJoin();
 
