@@ -7,49 +7,20 @@
 #include <utility>
 #include <variant>
 
+#include "device/common/UserInfoLimits.h"
+
 namespace sentrel::bus {
 namespace {
 
-/// What is counted for a value besides its own bytes: its type, its length and padding.
-constexpr std::size_t sizeOfEntry = 16;
-
-/// Thrown inside the codec alone.
+/// Thrown inside the codec alone, for what is no user info.
 struct Refused {};
 
-/// Keeps count while a user info is written or read.
-class Bounds {
- public:
-  void count(std::size_t bytes) {
-    if (bytes > maximumUserInfoSize - size_) throw Refused();
-    size_ += bytes;
-  }
-
-  /// One container deeper, for as long as this lives.
-  class Level {
-   public:
-    explicit Level(Bounds& bounds) : bounds_(bounds) {
-      if (bounds.depth_ == maximumUserInfoDepth) throw Refused();
-      ++bounds.depth_;
-    }
-    ~Level() { --bounds_.depth_; }
-    Level(const Level&) = delete;
-    Level& operator=(const Level&) = delete;
-
-   private:
-    Bounds& bounds_;
-  };
-
- private:
-  std::size_t size_ = 0;
-  int depth_ = 0;
-};
-
+/// Of what has been found carriable.
 class Writer {
  public:
   explicit Writer(sdbus::Message& message) : message_(message) {}
 
   void write(const PropertyList::Dictionary& dictionary) {
-    const Bounds::Level level(bounds_);
     message_.openContainer("{sv}");
     for (const auto& [key, value] : dictionary) {
       message_.openDictEntry("sv");
@@ -62,7 +33,6 @@ class Writer {
 
  private:
   void writeVariant(const PropertyList& value) {
-    bounds_.count(sizeOfEntry);
     message_.openVariant(signature(value));
     std::visit([this](const auto& content) { write(content); }, value.value());
     message_.closeVariant();
@@ -78,16 +48,8 @@ class Writer {
   void write(std::int64_t value) { message_ << value; }
   void write(double value) { message_ << value; }
 
-  void write(const std::string& text) {
-    if (!isWholeText(text)) throw Refused();
-    bounds_.count(text.size() + sizeOfEntry);
-    message_ << text;
-  }
-
-  void write(const PropertyList::Data& data) {
-    bounds_.count(data.size());
-    message_ << data;
-  }
+  void write(const std::string& text) { message_ << text; }
+  void write(const PropertyList::Data& data) { message_ << data; }
 
   void write(PropertyList::Date date) {
     message_.openStruct("d");
@@ -96,7 +58,6 @@ class Writer {
   }
 
   void write(const PropertyList::Array& elements) {
-    const Bounds::Level level(bounds_);
     message_.openContainer("v");
     for (const PropertyList& element : elements)
       writeVariant(element);
@@ -104,7 +65,6 @@ class Writer {
   }
 
   sdbus::Message& message_;
-  Bounds bounds_;
 };
 
 class Reader {
@@ -122,7 +82,7 @@ class Reader {
 
  private:
   PropertyList::Dictionary readDictionary() {
-    const Bounds::Level level(bounds_);
+    const UserInfoBounds::Level level(bounds_);
     PropertyList::Dictionary dictionary;
     message_.enterContainer("{sv}");
     while (message_.enterDictEntry("sv")) {
@@ -136,7 +96,7 @@ class Reader {
   }
 
   PropertyList readVariant() {
-    bounds_.count(sizeOfEntry);
+    bounds_.count(sizeOfUserInfoEntry);
     const std::string contents = nextContents();
     message_.enterVariant(contents);
     PropertyList value = readValue(contents);
@@ -165,7 +125,7 @@ class Reader {
 
   std::string readText() {
     std::string text = readPlain<std::string>();
-    bounds_.count(text.size() + sizeOfEntry);
+    bounds_.count(text.size() + sizeOfUserInfoEntry);
     return text;
   }
 
@@ -183,7 +143,7 @@ class Reader {
   }
 
   PropertyList::Array readArray() {
-    const Bounds::Level level(bounds_);
+    const UserInfoBounds::Level level(bounds_);
     PropertyList::Array elements;
     message_.enterContainer("v");
     while (!isAtEnd())
@@ -208,31 +168,28 @@ class Reader {
   }
 
   sdbus::Message& message_;
-  Bounds bounds_;
+  UserInfoBounds bounds_;
 };
 
 }  // namespace
 
-bool isWholeText(const std::string& text) {
-  return text.find('\0') == std::string::npos;
-}
-
 bool appendUserInfo(sdbus::Message& message, const UserInfo& userInfo) {
+  if (!isCarriable(userInfo)) return false;
   try {
     message.openContainer("a{sv}");
     if (userInfo) Writer(message).write(*userInfo);
     message.closeContainer();
     return true;
-  } catch (const Refused&) {
-    return false;
   } catch (const sdbus::Error&) {
-    return false;  // text that is no UTF-8
+    return false;  // a character that the bus does not take
   }
 }
 
 std::optional<UserInfo> readUserInfo(sdbus::Message& message) {
   try {
     return Reader(message).readUserInfo();
+  } catch (const UserInfoBounds::Exceeded&) {
+    return std::nullopt;
   } catch (const Refused&) {
     return std::nullopt;
   } catch (const sdbus::Error&) {

@@ -5,6 +5,18 @@
 #include "device/bus/BusLink.h"
 
 namespace sentrel::bus {
+namespace {
+
+std::optional<UserInfo> answerOf(const MessageResponder& responder, const std::string& message,
+                                 const UserInfo& userInfo) noexcept {
+  try {
+    return responder(message, userInfo);
+  } catch (...) {
+    return std::nullopt;
+  }
+}
+
+}  // namespace
 
 BusConnection::BusConnection(std::shared_ptr<loop::RunLoop> loop, Options options)
     : link_(std::make_shared<Link>(loop, std::move(options))) {
@@ -20,6 +32,15 @@ bool BusConnection::isConnected() const {
 
 void BusConnection::serve(const std::string& service, const std::string& channel,
                           MessageResponder responder) {
+  serveAsync(service, channel,
+             [responder = std::move(responder)](const std::string& message,
+                                                const UserInfo& userInfo, const Answer& answer) {
+               answer(answerOf(responder, message, userInfo));
+             });
+}
+
+void BusConnection::serveAsync(const std::string& service, const std::string& channel,
+                               AsyncResponder responder) {
   link_->serve(service, channel, std::move(responder));
 }
 

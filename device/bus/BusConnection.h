@@ -52,10 +52,21 @@ class BusConnection {
   /// Throws BusError when another process has the name or the bus does not give it.
   void serve(const std::string& service, const std::string& channel, MessageResponder responder);
 
+  /// Answers one question; the outer none stands for no answer. On the loop's thread, in vain once
+  /// the bus is lost.
+  using Answer = std::function<void(const std::optional<UserInfo>& answer)>;
+
+  /// What answers a question now or later. It calls `answer` exactly once.
+  using AsyncResponder = std::function<void(const std::string& message, const UserInfo& userInfo,
+                                            const Answer& answer)>;
+
+  /// Serves likewise, with answers that may come on later turns.
+  void serveAsync(const std::string& service, const std::string& channel, AsyncResponder responder);
+
   /// Asks whoever serves `service` and waits for the reply, no longer than the time-out. None when
   /// nobody serves it, when the reply is none, malformed or late, and when `userInfo` cannot be
   /// sent. A question to this very process takes no way over the bus; asked on the loop's thread,
-  /// it is answered on the spot.
+  /// it is answered on the spot or not at all.
   UserInfo request(const std::string& service, const std::string& channel,
                    const std::string& message, const UserInfo& userInfo);
 

@@ -28,7 +28,7 @@ class BusConnection::Link final : public loop::RunLoop::Source,
   void connect();
   bool isConnected();
 
-  void serve(const std::string& service, const std::string& channel, MessageResponder responder);
+  void serve(const std::string& service, const std::string& channel, AsyncResponder responder);
   UserInfo request(const std::string& service, const std::string& channel,
                    const std::string& message, const UserInfo& userInfo);
   void requestAsync(const std::string& service, const std::string& channel,
@@ -43,15 +43,17 @@ class BusConnection::Link final : public loop::RunLoop::Source,
 
  private:
   void receiveQuestion(sdbus::MethodCall call);
-  std::optional<UserInfo> compute(const std::string& channel, const std::string& message,
-                                  const UserInfo& userInfo) noexcept;
-  void reply(std::uint64_t number, const std::optional<UserInfo>& computed);
+  void respond(const std::string& channel, const std::string& message, const UserInfo& userInfo,
+               const Answer& answer) noexcept;
+  void reply(std::uint64_t number, const std::optional<UserInfo>& answer);
   void receiveNotification(sdbus::Message& signal);
   void subscribe();
 
   bool servesHere(const std::string& service);
   UserInfo askHere(const std::string& channel, const std::string& message,
                    const UserInfo& userInfo);
+  void askHereAsync(const std::string& channel, const std::string& message,
+                    const UserInfo& userInfo, ReplyHandler reply);
   UserInfo ask(const std::string& service, const std::string& channel, const std::string& message,
                const UserInfo& userInfo);
   void askAsync(const std::string& service, const std::string& channel, const std::string& message,
@@ -61,6 +63,8 @@ class BusConnection::Link final : public loop::RunLoop::Source,
                                                 const std::string& channel,
                                                 const std::string& message,
                                                 const UserInfo& userInfo);
+  std::uint64_t startWait(ReplyHandler reply);
+  void hear(std::uint64_t number, const UserInfo& answer);
   void endWait(std::uint64_t number, UserInfo answer);
   void send(const char* signal, const Notification& notification);
   loop::ObserverTable& observers(BusNotificationKind kind) {
@@ -82,7 +86,7 @@ class BusConnection::Link final : public loop::RunLoop::Source,
   std::mutex mutex_;
   std::string lossReason_;
   std::set<std::string> services_;
-  std::map<std::string, MessageResponder, std::less<>> responders_;
+  std::map<std::string, AsyncResponder, std::less<>> responders_;
 
   // Null once the bus is lost. What hangs on the bus goes before it.
   std::unique_ptr<sdbus::IConnection> bus_;

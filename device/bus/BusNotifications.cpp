@@ -4,6 +4,7 @@
 #include "device/bus/BusCodec.h"
 #include "device/bus/BusLink.h"
 #include "device/bus/BusProtocol.h"
+#include "device/common/UserInfoLimits.h"
 
 namespace sentrel::bus {
 
@@ -16,7 +17,7 @@ void BusConnection::Link::post(BusNotificationKind kind, const Notification& not
 }
 
 void BusConnection::Link::send(const char* signal, const Notification& notification) {
-  if (!isWholeText(notification.name)) return;
+  if (!isCarriableText(notification.name)) return;
   std::lock_guard lock(mutex_);
   if (!bus_) return;
   try {

@@ -5,6 +5,7 @@
 #include "device/bus/BusCodec.h"
 #include "device/bus/BusLink.h"
 #include "device/bus/BusProtocol.h"
+#include "device/common/UserInfoLimits.h"
 
 namespace sentrel::bus {
 
@@ -24,16 +25,33 @@ bool BusConnection::Link::servesHere(const std::string& service) {
 /// The bus would refuse to carry a question from a connection to itself.
 UserInfo BusConnection::Link::askHere(const std::string& channel, const std::string& message,
                                       const UserInfo& userInfo) {
-  if (isLoopThread()) return compute(channel, message, userInfo).value_or(std::nullopt);
-  const auto answer = std::make_shared<std::promise<UserInfo>>();
-  auto future = answer->get_future();
-  loop_->async([link = weak_from_this(), answer, channel, message, userInfo] {
-    const auto alive = link.lock();
-    answer->set_value(alive ? alive->compute(channel, message, userInfo).value_or(std::nullopt)
-                            : std::nullopt);
-  });
+  if (isLoopThread()) {
+    const auto answered = std::make_shared<UserInfo>();
+    respond(channel, message, userInfo,
+            [answered](const auto& answer) { *answered = answer.value_or(std::nullopt); });
+    return *answered;
+  }
+  const auto answered = std::make_shared<std::promise<UserInfo>>();
+  auto future = answered->get_future();
+  askHereAsync(channel, message, userInfo,
+               [answered](const UserInfo& answer) { answered->set_value(answer); });
   const auto wait = std::chrono::microseconds(replyTimeout_);
   return future.wait_for(wait) == std::future_status::ready ? future.get() : std::nullopt;
+}
+
+/// The time-out is for a responder that keeps its asker waiting.
+void BusConnection::Link::askHereAsync(const std::string& channel, const std::string& message,
+                                       const UserInfo& userInfo, ReplyHandler reply) {
+  const std::uint64_t number = startWait(std::move(reply));
+  const auto end = [link = weak_from_this(), number](const UserInfo& answer) {
+    if (const auto alive = link.lock()) alive->hear(number, answer);
+  };
+  loop_->async([link = weak_from_this(), end, channel, message, userInfo] {
+    if (const auto alive = link.lock())
+      alive->respond(channel, message, userInfo,
+                     [end](const auto& answer) { end(answer.value_or(std::nullopt)); });
+  });
+  loop_->after(Seconds(std::chrono::microseconds(replyTimeout_)), [end] { end(std::nullopt); });
 }
 
 UserInfo BusConnection::Link::ask(const std::string& service, const std::string& channel,
@@ -64,7 +82,7 @@ std::optional<sdbus::MethodCall> BusConnection::Link::makeQuestion(const std::st
                                                                    const UserInfo& userInfo) {
   static const std::string interface = protocol::messagesInterface;
   static const std::string method = protocol::askMethod;
-  if (!isWholeText(channel) || !isWholeText(message)) return std::nullopt;
+  if (!isCarriableText(channel) || !isCarriableText(message)) return std::nullopt;
   auto call = proxyTo(service).createMethodCall(interface, method);
   call << channel << message;
   if (!appendUserInfo(call, userInfo)) return std::nullopt;
@@ -74,21 +92,16 @@ std::optional<sdbus::MethodCall> BusConnection::Link::makeQuestion(const std::st
 void BusConnection::Link::requestAsync(const std::string& service, const std::string& channel,
                                        const std::string& message, const UserInfo& userInfo,
                                        ReplyHandler reply) {
-  if (!servesHere(service)) {
-    askAsync(service, channel, message, userInfo, std::move(reply));
-    return wakeLoop();
-  }
-  loop_->async([link = weak_from_this(), channel, message, userInfo, reply = std::move(reply)] {
-    if (const auto alive = link.lock()) reply(alive->askHere(channel, message, userInfo));
-  });
+  if (servesHere(service)) return askHereAsync(channel, message, userInfo, std::move(reply));
+  askAsync(service, channel, message, userInfo, std::move(reply));
+  wakeLoop();
 }
 
 void BusConnection::Link::askAsync(const std::string& service, const std::string& channel,
                                    const std::string& message, const UserInfo& userInfo,
                                    ReplyHandler reply) {
+  const std::uint64_t number = startWait(std::move(reply));
   std::lock_guard lock(mutex_);
-  const std::uint64_t number = asked_++;
-  waiting_.emplace(number, std::move(reply));
   if (!bus_) return endWait(number, std::nullopt);
   try {
     const auto call = makeQuestion(service, channel, message, userInfo);
@@ -104,6 +117,18 @@ void BusConnection::Link::askAsync(const std::string& service, const std::string
   }
 }
 
+std::uint64_t BusConnection::Link::startWait(ReplyHandler reply) {
+  std::lock_guard lock(mutex_);
+  waiting_.emplace(asked_, std::move(reply));
+  return asked_++;
+}
+
+void BusConnection::Link::hear(std::uint64_t number, const UserInfo& answer) {
+  std::lock_guard lock(mutex_);
+  endWait(number, answer);
+}
+
+/// Under the mutex.
 void BusConnection::Link::endWait(std::uint64_t number, UserInfo answer) {
   auto waiting = waiting_.extract(number);
   if (!waiting) return;

@@ -16,7 +16,7 @@ bool meansTaken(const sdbus::Error& error) {
 }  // namespace
 
 void BusConnection::Link::serve(const std::string& service, const std::string& channel,
-                                MessageResponder responder) {
+                                AsyncResponder responder) {
   std::lock_guard lock(mutex_);
   if (!bus_) throw BusError("cannot serve " + service + " on the bus: " + lossReason_);
   try {
@@ -27,7 +27,7 @@ void BusConnection::Link::serve(const std::string& service, const std::string& c
     throw BusError("the bus does not give the name " + service + ": " + error.getMessage());
   }
   services_.insert(service);
-  responders_.insert_or_assign(channel, std::move(responder));
+  std::swap(responders_[channel], responder);  // the former one goes when the mutex is free
   wakeLoop();
 }
 
@@ -45,40 +45,41 @@ void BusConnection::Link::receiveQuestion(sdbus::MethodCall call) {
     unanswered_.emplace(number, std::move(call));
     loop_->async([link = weak_from_this(), number, channel = std::move(channel),
                   message = std::move(message), userInfo = std::move(*userInfo)] {
-      if (const auto alive = link.lock())
-        alive->reply(number, alive->compute(channel, message, userInfo));
+      const auto alive = link.lock();
+      if (!alive) return;
+      alive->respond(channel, message, userInfo, [link, number](const auto& answer) {
+        if (const auto asked = link.lock()) asked->reply(number, answer);
+      });
     });
   } catch (const std::exception&) {
     // The caller is gone, or its question is not even readable: nobody waits for an answer.
   }
 }
 
-/// The outer none: there is nothing to answer with.
-std::optional<UserInfo> BusConnection::Link::compute(const std::string& channel,
-                                                     const std::string& message,
-                                                     const UserInfo& userInfo) noexcept {
+void BusConnection::Link::respond(const std::string& channel, const std::string& message,
+                                  const UserInfo& userInfo, const Answer& answer) noexcept {
+  AsyncResponder responder;
+  {
+    std::lock_guard lock(mutex_);
+    const auto found = responders_.find(channel);
+    if (found != responders_.end()) responder = found->second;
+  }
+  if (!responder) return answer(std::nullopt);
   try {
-    MessageResponder responder;
-    {
-      std::lock_guard lock(mutex_);
-      const auto found = responders_.find(channel);
-      if (found == responders_.end()) return std::nullopt;
-      responder = found->second;
-    }
-    return responder(message, userInfo);
+    responder(message, userInfo, answer);
   } catch (...) {
-    return std::nullopt;
+    // Whether it has answered is its own affair.
   }
 }
 
-void BusConnection::Link::reply(std::uint64_t number, const std::optional<UserInfo>& computed) {
+void BusConnection::Link::reply(std::uint64_t number, const std::optional<UserInfo>& answer) {
   std::lock_guard lock(mutex_);
   const auto call = unanswered_.extract(number);
   if (!call) return;  // the bus was lost meanwhile
   try {
-    if (computed) {
-      auto answer = call.mapped().createReply();
-      if (appendUserInfo(answer, *computed)) return answer.send();
+    if (answer) {
+      auto message = call.mapped().createReply();
+      if (appendUserInfo(message, *answer)) return message.send();
     }
     call.mapped().createErrorReply(sdbus::Error(protocol::failedError, "no answer")).send();
   } catch (const sdbus::Error& error) {

@@ -1,6 +1,7 @@
 #include "device/bus/BusXpc.h"
 
 #include <optional>
+#include <utility>
 
 #include "device/bus/BusProtocol.h"
 
@@ -37,7 +38,7 @@ class AudioControl final : public NanoAudioControlConnection {
   AudioControl(std::shared_ptr<BusConnection> connection, std::string serviceName)
       : connection_(std::move(connection)), serviceName_(std::move(serviceName)) {}
 
-  void resume() override { isOpen_ = true; }
+  void resume() override { isOpen_ = !isInvalid_; }
 
   void setHapticIntensity(double intensity) override {
     if (!isOpen_) return;
@@ -47,30 +48,36 @@ class AudioControl final : public NanoAudioControlConnection {
                               [](const UserInfo&) {});
   }
 
-  void invalidate() override { isOpen_ = false; }
+  void invalidate() override {
+    isOpen_ = false;
+    isInvalid_ = true;
+  }
 
  private:
   std::shared_ptr<BusConnection> connection_;
   std::string serviceName_;
   bool isOpen_ = false;
+  bool isInvalid_ = false;
 };
 
-/// A message while its handler runs.
+/// A message, for as long as its receiver keeps it.
 class Message final : public XpcMessage {
  public:
-  explicit Message(PropertyList::Dictionary content) : content_(std::move(content)) {}
+  Message(PropertyList::Dictionary content, BusConnection::Answer answer)
+      : content_(std::move(content)), answer_(std::move(answer)) {}
+  ~Message() override { endWait(std::nullopt); }
 
   const PropertyList::Dictionary& content() const override { return content_; }
 
-  void reply(PropertyList::Dictionary reply) override {
-    if (!answer_) answer_ = std::move(reply);
-  }
-
-  const UserInfo& answer() const noexcept { return answer_; }
+  void reply(PropertyList::Dictionary reply) override { endWait(UserInfo(std::move(reply))); }
 
  private:
+  void endWait(const std::optional<UserInfo>& outcome) {
+    if (const auto answer = std::exchange(answer_, nullptr)) answer(outcome);
+  }
+
   PropertyList::Dictionary content_;
-  UserInfo answer_;
+  BusConnection::Answer answer_;
 };
 
 }  // namespace
@@ -88,14 +95,13 @@ std::shared_ptr<NanoAudioControlConnection> BusXpc::connectToAudioControl(
 
 void serveMachService(BusConnection& connection, const std::string& serviceName,
                       std::function<void(const std::shared_ptr<XpcMessage>&)> handler) {
-  connection.serve(busNameOf(serviceName), serviceName,
-                   [handler = std::move(handler)](const std::string& message,
-                                                  const UserInfo& userInfo) -> UserInfo {
-                     if (message != protocol::xpcMessage || !userInfo) return std::nullopt;
-                     const auto received = std::make_shared<Message>(*userInfo);
-                     handler(received);
-                     return received->answer();
-                   });
+  connection.serveAsync(
+      busNameOf(serviceName), serviceName,
+      [handler = std::move(handler)](const std::string& message, const UserInfo& userInfo,
+                                     const BusConnection::Answer& answer) {
+        if (message != protocol::xpcMessage || !userInfo) return answer(std::nullopt);
+        handler(std::make_shared<Message>(*userInfo, answer));
+      });
 }
 
 void serveAudioControl(BusConnection& connection, const std::string& serviceName,

@@ -26,8 +26,8 @@ class BusXpc final : public Xpc {
   std::shared_ptr<BusConnection> connection_;
 };
 
-/// Serves a mach service: `handler` runs on the main queue, and replies before it returns or not at
-/// all. Throws BusError like BusConnection::serve.
+/// Serves a mach service: `handler` runs on the main queue, and replies to the message there, now
+/// or later, or lets go of it. Throws BusError like BusConnection::serve.
 void serveMachService(BusConnection& connection, const std::string& serviceName,
                       std::function<void(const std::shared_ptr<XpcMessage>&)> handler);
 

@@ -10,7 +10,9 @@
 
 namespace sentrel::simulated {
 
-/// The files of a simulated device, in memory, shared by all its processes.
+/// The files of a simulated device, in memory, shared by all its processes. What a process writes
+/// is refused, and keeps whole seconds of dates, where a real property-list file does so; what is
+/// put here stands as it is.
 class SimulatedFiles final : public FileSystem, public PropertyListFiles {
  public:
   /// A file of which only the existence matters.
@@ -40,12 +42,7 @@ class SimulatedFiles final : public FileSystem, public PropertyListFiles {
   }
 
   bool writeDictionary(const std::string& path,
-                       const PropertyList::Dictionary& dictionary) override {
-    if (writesFail_) return false;
-    ++writeCount_;
-    put(path, dictionary);
-    return true;
-  }
+                       const PropertyList::Dictionary& dictionary) override;
 
  private:
   std::set<std::string> plain_;

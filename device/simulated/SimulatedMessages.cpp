@@ -1,5 +1,9 @@
 #include "device/simulated/SimulatedMessages.h"
 
+#include <utility>
+
+#include "device/common/UserInfoLimits.h"
+
 namespace sentrel::simulated {
 
 void MessageHub::setResponder(const std::string& channel, std::weak_ptr<Process> process,
@@ -10,12 +14,19 @@ void MessageHub::setResponder(const std::string& channel, std::weak_ptr<Process>
 UserInfo MessageHub::send(const std::string& sender, const std::string& channel,
                           const std::string& message, const UserInfo& userInfo) {
   sent_.push_back({sender, message, userInfo});
+  if (!isCarriable(userInfo) || !isCarriableText(channel) || !isCarriableText(message))
+    return std::nullopt;
   const auto registration = responders_.find(channel);
   if (registration == responders_.end()) return std::nullopt;
   const auto process = registration->second.process.lock();
   if (!process) return std::nullopt;
   Process::Scope scope(*process);
-  return registration->second.responder(message, userInfo);
+  try {
+    UserInfo reply = registration->second.responder(message, userInfo);
+    return isCarriable(reply) ? std::move(reply) : std::nullopt;
+  } catch (...) {
+    return std::nullopt;  // what a responder throws ends in its own process
+  }
 }
 
 }  // namespace sentrel::simulated

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "device/common/UserInfoLimits.h"
+
 namespace sentrel::simulated {
 
 void NotificationHub::post(Notification notification) {
@@ -27,7 +29,9 @@ Observation NotificationHub::addObserver(const std::string& name, std::weak_ptr<
 }
 
 void SimulatedNotificationCenter::post(Notification notification) {
-  if (payload_ == Payload::dropped) notification.userInfo.reset();
+  if (kind_ == Kind::darwin) notification.userInfo.reset();
+  const bool arrives = isCarriableText(notification.name) && isCarriable(notification.userInfo);
+  if (kind_ != Kind::local && !arrives) return;
   hub_->post(std::move(notification));
 }
 

@@ -33,11 +33,11 @@ class NotificationHub {
 /// One process's end of a hub.
 class SimulatedNotificationCenter final : public NotificationCenter {
  public:
-  enum class Payload { dropped, carried };
+  enum class Kind { darwin, distributed, local };
 
   SimulatedNotificationCenter(std::shared_ptr<NotificationHub> hub, std::weak_ptr<MainQueue> queue,
-                              Payload payload)
-      : hub_(std::move(hub)), queue_(std::move(queue)), payload_(payload) {}
+                              Kind kind)
+      : hub_(std::move(hub)), queue_(std::move(queue)), kind_(kind) {}
 
   void post(Notification notification) override;
   Observation addObserver(const std::string& name, Observer observer) override;
@@ -45,7 +45,7 @@ class SimulatedNotificationCenter final : public NotificationCenter {
  private:
   std::shared_ptr<NotificationHub> hub_;
   std::weak_ptr<MainQueue> queue_;
-  Payload payload_;
+  Kind kind_;
 };
 
 }  // namespace sentrel::simulated

@@ -6,7 +6,7 @@
 namespace sentrel::simulated {
 namespace {
 
-using Payload = SimulatedNotificationCenter::Payload;
+using Kind = SimulatedNotificationCenter::Kind;
 
 }  // namespace
 
@@ -15,8 +15,8 @@ SimulatedProcess::SimulatedProcess(SimulatedDevice& device, const std::string& b
       wifi_(std::make_shared<SimulatedWiFi>(device.wifi_,
                                             bundleIdentifier == springBoardBundleIdentifier)) {
   auto queue = std::make_shared<SimulatedMainQueue>(*device.timeline_);
-  const auto center = [&queue](std::shared_ptr<NotificationHub> hub, Payload payload) {
-    return std::make_shared<SimulatedNotificationCenter>(std::move(hub), queue, payload);
+  const auto center = [&queue](std::shared_ptr<NotificationHub> hub, Kind kind) {
+    return std::make_shared<SimulatedNotificationCenter>(std::move(hub), queue, kind);
   };
   Platform platform;
   device.addCommonParts(platform);
@@ -26,9 +26,9 @@ SimulatedProcess::SimulatedProcess(SimulatedDevice& device, const std::string& b
   platform.mainQueue = queue;
   platform.operationQueues = std::make_shared<SimulatedOperationQueues>(queue);
   platform.localAuthentication = makeLocalAuthentication(device.sharedSensor(), queue);
-  platform.darwinCenter = center(device.darwin_, Payload::dropped);
-  platform.distributedCenter = center(device.distributed_, Payload::carried);
-  platform.localCenter = center(std::make_shared<NotificationHub>(), Payload::carried);
+  platform.darwinCenter = center(device.darwin_, Kind::darwin);
+  platform.distributedCenter = center(device.distributed_, Kind::distributed);
+  platform.localCenter = center(std::make_shared<NotificationHub>(), Kind::local);
   platform.messageChannel =
       std::make_shared<SimulatedMessageChannel>(device.messages_, bundleIdentifier);
   platform.xpc = std::make_shared<SimulatedXpc>(device.xpc_, queue, bundleIdentifier);

@@ -60,7 +60,8 @@ class AudioConnection final : public NanoAudioControlConnection {
   }
 
   void setHapticIntensity(double intensity) override {
-    if (isHeard_ && state_ == State::open) watch_->tap(intensity);
+    const bool makesSense = intensity >= 0 && intensity <= 1;
+    if (isHeard_ && state_ == State::open && makesSense) watch_->tap(intensity);
   }
 
   void invalidate() override {

@@ -3,6 +3,8 @@
 #include <optional>
 #include <utility>
 
+#include "device/common/UserInfoLimits.h"
+
 namespace sentrel::simulated {
 
 /// A message on its way, and the asker who waits for its reply: the first thing that ends the wait
@@ -17,7 +19,7 @@ class XpcHub::Message final : public XpcMessage, public std::enable_shared_from_
 
   const PropertyList::Dictionary& content() const override { return content_; }
 
-  void reply(PropertyList::Dictionary reply) override { endWait(std::move(reply)); }
+  void reply(PropertyList::Dictionary reply) override { endWait(outcomeOf(std::move(reply))); }
 
   void startTimeout(Seconds timeout) {
     const auto queue = asker_.lock();
@@ -28,6 +30,11 @@ class XpcHub::Message final : public XpcMessage, public std::enable_shared_from_
   }
 
  private:
+  static std::optional<PropertyList> outcomeOf(UserInfo reply) {
+    if (!isCarriable(reply)) return std::nullopt;
+    return std::move(*reply);
+  }
+
   void endWait(std::optional<PropertyList> outcome) {
     auto waiting = std::exchange(reply_, nullptr);
     const auto queue = asker_.lock();
@@ -46,13 +53,17 @@ void XpcHub::send(SentXpcMessage sent, std::weak_ptr<MainQueue> asker, XpcConnec
   auto message =
       std::make_shared<Message>(std::move(sent.content), std::move(asker), std::move(reply));
   const auto service = services_.find(sent.service);
-  if (service == services_.end()) return;
+  if (service == services_.end() || !isCarriable(message->content())) return;
   timeline_->after(Seconds(0), [registration = service->second, timeout = replyTimeout_,
                                 message = std::move(message)] {
     const auto process = registration.process.lock();
     if (!process) return;
     Process::Scope scope(*process);
-    registration.handler(message);
+    try {
+      registration.handler(message);
+    } catch (...) {
+      // Ends in its own process, and with it the wait unless the message was kept.
+    }
     message->startTimeout(timeout);
   });
 }

@@ -14,7 +14,7 @@ void VirtualTimeline::setWallClock(WallTime now) {
 }
 
 void VirtualTimeline::after(Seconds delay, Block block) {
-  const WallTime due = now_ + std::max(delay, Seconds(0));
+  const WallTime due = delay > Seconds(0) ? now_ + delay : now_;  // no number is no delay
   blocks_.emplace(Due(due, queued_++), std::move(block));
 }
 

@@ -4,12 +4,10 @@
 #include <signal.h>
 #include <unistd.h>
 
-#include <limits>
 #include <stdexcept>
 #include <string>
 #include <thread>
 
-#include "device/loop/LocalNotificationCenter.h"
 #include "tests/support/BusTesting.h"
 
 namespace sentrel::loop {
@@ -22,18 +20,6 @@ class RunLoops : public ::testing::Test {
   RunLoop loop_;
   std::string order_;
 };
-
-TEST_F(RunLoops, RunsBlocksInDueOrderAndTheFirstQueuedFirst) {
-  loop_.after(Seconds(0.03), [this] { loop_.stop(); });
-  loop_.after(Seconds(0.02), [this] { note('e'); });
-  loop_.after(Seconds(0.01), [this] { note('d'); });
-  loop_.async([this] { note('a'); });
-  loop_.after(Seconds(-1), [this] { note('b'); });
-  loop_.after(Seconds(std::numeric_limits<double>::quiet_NaN()), [this] { note('c'); });
-  loop_.after(Seconds(std::numeric_limits<double>::infinity()), [this] { note('!'); });
-  loop_.run();
-  EXPECT_EQ(order_, "abcde");
-}
 
 TEST_F(RunLoops, DoesNotRunABlockBeforeItIsDue) {
   const auto start = std::chrono::steady_clock::now();
@@ -119,29 +105,6 @@ TEST_F(RunLoops, WatchASourceAsLongAsItLives) {
   EXPECT_EQ(order_, "x");
   close(ends[0]);
   close(ends[1]);
-}
-
-TEST(LocalNotificationCenters, DeliverLaterInOrderToWhoStillObserves) {
-  const auto loop = std::make_shared<RunLoop>();
-  LocalNotificationCenter center(loop);
-  std::string seen;
-  const auto noting = [&](char observer) {
-    return [&seen, observer](const Notification& notification) {
-      seen += observer + notification.name + (notification.userInfo ? "+ " : "- ");
-    };
-  };
-  const auto first = center.addObserver("a", noting('1'));
-  const auto second = center.addObserver("a", noting('2'));
-  auto ended = center.addObserver("a", noting('3'));
-  const auto other = center.addObserver("b", noting('4'));
-  center.post({"b", PropertyList::Dictionary()});
-  center.post({"a", std::nullopt});
-  center.post({"unobserved", std::nullopt});
-  ended.reset();
-  EXPECT_EQ(seen, "");
-  loop->async([&] { loop->stop(); });
-  loop->run();
-  EXPECT_EQ(seen, "4b+ 1a- 2a- ");
 }
 
 }  // namespace

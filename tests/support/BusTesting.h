@@ -108,7 +108,7 @@ class RawResponder : public ChildProcess {
 RawResponder::React replyWith(std::function<void(sd_bus_message*)> fill);
 
 /// A private bus and this process's loop.
-class BusTest : public ::testing::Test {
+class PrivateBusAndLoop {
  protected:
   std::unique_ptr<BusConnection> connect(Seconds replyTimeout = patience) {
     BusConnection::Options options;
@@ -122,5 +122,7 @@ class BusTest : public ::testing::Test {
   std::shared_ptr<loop::RunLoop> loop_ = std::make_shared<loop::RunLoop>();
   std::vector<std::string> losses_;
 };
+
+class BusTest : public ::testing::Test, protected PrivateBusAndLoop {};
 
 }  // namespace sentrel::bus
