@@ -91,31 +91,6 @@ TEST_F(BusXpcTest, RepliesNoneForWhatIsNoDictionary) {
   }
 }
 
-TEST_F(BusXpcTest, GivesEachAskerItsOwnReplyWhateverTheirOrder) {
-  const RawResponder daemon(
-      bus_.address(),
-      [](sd_bus_message* question) {
-        static sd_bus_message* first = nullptr;
-        if (!first) {
-          first = sd_bus_message_ref(question);
-          return;
-        }
-        sd_bus_reply_method_return(question, "aa{sv}", 1, 1, "number", "x", std::int64_t{2});
-        sd_bus_reply_method_return(first, "aa{sv}", 1, 1, "number", "x", std::int64_t{1});
-      },
-      busName);
-  BusXpc xpc(connect());
-  const auto connection = xpc.createMachServiceConnection(service);
-  connection->resume();
-  std::vector<std::pair<int, Reply>> heard;
-  for (const int asker : {1, 2})
-    connection->sendMessageWithReply(
-        {}, [&heard, asker](const Reply& reply) { heard.emplace_back(asker, reply); });
-  ASSERT_TRUE(runUntil(*loop_, [&] { return heard.size() == 2; }));
-  EXPECT_THAT(heard, ElementsAre(std::pair(2, Reply(Dictionary{{"number", 2}})),
-                                 std::pair(1, Reply(Dictionary{{"number", 1}}))));
-}
-
 TEST_F(BusXpcTest, RepliesOnTheLoopsThreadToEveryThread) {
   const Daemon daemon(bus_.address());
   BusXpc xpc(connect());

@@ -154,10 +154,26 @@ TYPED_TEST(XpcPorts, GiveTheFirstReplyHoweverLateAndNoneForAMessageThatWasLetGo)
   EXPECT_EQ(this->ask({{"text", "\xFF"}}), std::nullopt) << "cannot be sent";
 }
 
+TYPED_TEST(XpcPorts, GiveEachAskerItsOwnReplyWhateverTheirOrder) {
+  std::vector<Message> kept;
+  this->device_.serve([&kept](const Message& message) {
+    kept.push_back(message);
+    if (kept.size() < 2) return;
+    echo(kept[1]);
+    echo(kept[0]);
+  });
+  for (const int asker : {1, 2})
+    this->send(this->device_.asker(), {{"asker", asker}});
+  this->device_.runUntil([this] { return this->replies_.size() == 2; });
+  EXPECT_THAT(this->replies_,
+              ElementsAre(Reply(Dictionary{{"asker", 2}}), Reply(Dictionary{{"asker", 1}})));
+}
+
 TYPED_TEST(XpcPorts, WaitForAHangingServiceNoLongerThanTheTimeout) {
   std::vector<Message> kept;
   this->device_.serve([&kept](const Message& message) { kept.push_back(message); });
   EXPECT_EQ(this->ask(this->device_.impatientAsker(), {}), std::nullopt);
+  this->device_.runUntil([&kept] { return !kept.empty(); });  // a slow one may come to it later
   ASSERT_EQ(kept.size(), 1U);
   kept.front()->reply({{"too", "late"}});
   this->device_.serve(echo);
