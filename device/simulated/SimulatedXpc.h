@@ -46,10 +46,9 @@ class XpcHub {
   /// How long an asker waits for a service that hangs.
   void setReplyTimeout(Seconds timeout) noexcept { replyTimeout_ = timeout; }
 
-  /// Every message sent since the last time it was forgotten, and how many connections there were.
+  /// Every message sent since the last time it was forgotten.
   const std::vector<SentXpcMessage>& sent() const noexcept { return sent_; }
   void forgetSent() { sent_.clear(); }
-  std::size_t connections() const noexcept { return connections_; }
 
  private:
   friend class SimulatedXpc;
