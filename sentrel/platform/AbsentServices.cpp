@@ -84,18 +84,19 @@ class NoXpc final : public Xpc {
   Queue queue_;
 };
 
-/// A context of a device without a sensor: whoever asks for the owner is refused.
+/// Whoever asks for the owner is refused. It says that there is a sensor: a device that has none lets
+/// everybody through unasked, and a port that was left out is no reason for that.
 class RefusingContext final : public LAContext {
  public:
   explicit RefusingContext(Queue queue) : queue_(std::move(queue)) {}
 
-  bool canEvaluateBiometricPolicy() override { return false; }
-  BiometryType biometryType() const override { return BiometryType::none; }
+  bool canEvaluateBiometricPolicy() override { return true; }
+  BiometryType biometryType() const override { return BiometryType::touchID; }
   void setLocalizedFallbackTitle(const std::string&) override {}
   void evaluateBiometricPolicy(const std::string&, Reply reply) override {
     if (!reply) return;
     queue_->async([reply = std::move(reply)] {
-      reply(false, PlatformError{"com.apple.LocalAuthentication", -6, "There is no sensor."});
+      reply(false, PlatformError{"com.apple.LocalAuthentication", -6, "Nobody can be asked here."});
     });
   }
 
