@@ -74,7 +74,7 @@ void Window::handle(const SDL_Event& event) {
     case SDL_QUIT:
       return call(handlers_.close);
     case SDL_WINDOWEVENT:
-      if (event.window.event == SDL_WINDOWEVENT_EXPOSED) setNeedsDisplay();
+      if (event.window.event == SDL_WINDOWEVENT_EXPOSED) dirty_ = true;
       return;
     case SDL_TEXTINPUT:
       return call(handlers_.typeText, std::string(event.text.text));

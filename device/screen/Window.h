@@ -44,9 +44,6 @@ class Window {
   Window(const Window&) = delete;
   Window& operator=(const Window&) = delete;
 
-  /// Has the next pump paint.
-  void setNeedsDisplay() noexcept { dirty_ = true; }
-
   /// Hands on what has happened since the last pump, and paints if anything needs it.
   void pump();
 

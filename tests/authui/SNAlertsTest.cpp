@@ -3,6 +3,7 @@
 #include "sentrel/authui/SNAlertController.h"
 #include "sentrel/authui/SNAlertView.h"
 #include "sentrel/authui/SNWindow.h"
+#include "sentrel/uikit/Dump.h"
 #include "tests/support/BridgeTest.h"
 #include "tests/support/HomeScreenTest.h"
 #include "tests/support/PromptDriver.h"
@@ -19,11 +20,9 @@ class SNWindowTest : public HomeScreenTest {};
 TEST_F(SNWindowTest, IsClearAtAlertLevelAndVisibleFromTheStart) {
   const auto window = SNWindow::sharedInstance();
   EXPECT_EQ(SNWindow::sharedInstance(), window);
-  EXPECT_EQ(window->frame(), device.screen().bounds());
-  EXPECT_EQ(window->windowLevel(), UIWindowLevelAlert);
-  EXPECT_FALSE(window->isHidden());
-  EXPECT_EQ(window->alpha(), 1);
-  EXPECT_EQ(window->backgroundColor(), UIColor::clearColor());
+  EXPECT_EQ(dump(*window),
+            "SNWindow (0 0 375 667) level=2000 background=\"clearColor\"\n"
+            "  UIView (0 0 375 667) autoresizing=18\n");
   EXPECT_FALSE(window->isForceVisible());
   EXPECT_NE(window->rootViewController(), nullptr);
 }
@@ -52,6 +51,11 @@ TEST_F(SNWindowTest, ShowsItselfWithEveryPresentation) {
 
 // --- The alert controller ----------------------------------------------------------------------
 
+std::shared_ptr<SNAlertController> newAlert() {
+  return SNAlertController::alertControllerWithTitle("Sentrel", std::nullopt,
+                                                     UIAlertControllerStyle::alert);
+}
+
 class SNAlertControllerTest : public HomeScreenTest {
  protected:
   using Style = UIAlertActionStyle;
@@ -73,20 +77,14 @@ class SNAlertControllerTest : public HomeScreenTest {
     device.time().runUntilIdle();
   }
 
-  void makeAlert() {
-    alert = SNAlertController::alertControllerWithTitle("Sentrel", std::nullopt,
-                                                        UIAlertControllerStyle::alert);
-  }
-
   void restartWith(const std::string& version, bool hasFaceID) {
     alert.reset();
     restart(version, hasFaceID);
-    makeAlert();
+    alert = newAlert();
   }
 
   std::vector<std::string> ran;
-  std::shared_ptr<SNAlertController> alert = SNAlertController::alertControllerWithTitle(
-      "Sentrel", std::nullopt, UIAlertControllerStyle::alert);
+  std::shared_ptr<SNAlertController> alert = newAlert();
 };
 
 TEST_F(SNAlertControllerTest, SwitchButtonAlternatesAndTheAlertStays) {
@@ -169,7 +167,7 @@ TEST_F(SNAlertControllerTest, EveryEntryPointOfTheSystemObeysTheRule) {
                {UIAlertDismissal::withAction, true, 1},
                {UIAlertDismissal::animated, false, 1}};
   for (const auto& each : cases) {
-    makeAlert();
+    alert = newAlert();
     ran.clear();
     UIApplication::sharedApplication().setAlertDismissal(each.entry);
     add("Enter Passcode");
@@ -210,11 +208,7 @@ class SNAlertControllerLog : public BridgeTest {};
 
 TEST_F(SNAlertControllerLog, TellsOfTheDismissal) {
   enableLogging();
-  inApp([] {
-    SNAlertController::alertControllerWithTitle("Sentrel", std::nullopt,
-                                                UIAlertControllerStyle::alert)
-        ->dismissViewControllerAnimated(false, {});
-  });
+  inApp([] { newAlert()->dismissViewControllerAnimated(false, {}); });
   EXPECT_THAT(takeAppLog(), ElementsAre("Captured dismiss event of Alert..."));
 }
 

@@ -32,18 +32,18 @@ class SetHeights final : public TextMeasuring {
   mutable std::vector<double> widths_;
 };
 
+template <class Interface>
+struct Listener final : Interface {
+  void passcodeMatchedSuccessfully() override { heard.push_back("matched"); }
+  void passcodeNotMatched() override {
+    heard.push_back(isShaking && isShaking() ? "not matched, shaking" : "not matched");
+  }
+  std::vector<std::string> heard;
+  std::function<bool()> isShaking;
+};
+
 class SNAuthenticationViewTest : public HomeScreenTest {
  protected:
-  class Delegate final : public SNAuthenticationViewDelegate {
-   public:
-    void passcodeMatchedSuccessfully() override { heard.push_back("matched"); }
-    void passcodeNotMatched() override {
-      heard.push_back(isShaking && isShaking() ? "not matched, shaking" : "not matched");
-    }
-    std::vector<std::string> heard;
-    std::function<bool()> isShaking;
-  };
-
   void makeView() {
     view = SNAuthenticationView::initWithFrame();
     view->setDelegate(delegate);
@@ -63,11 +63,14 @@ class SNAuthenticationViewTest : public HomeScreenTest {
   }
 
   bool isShaking() {
-    return view->passcodeView()
-        ->digitTextFieldsArray()[0]
-        ->layer()
-        .animationForKey("shake")
-        .has_value();
+    const auto& box = view->passcodeView()->digitTextFieldsArray()[0];
+    return box->layer().animationForKey("shake").has_value();
+  }
+
+  std::string colors() {
+    return view->titleLabel()->textColor().description() + " " +
+           view->messageLabel()->textColor().description() + " " +
+           view->glyphView()->primaryColor()->description();
   }
 
   void expectGlyphMode() {
@@ -87,7 +90,8 @@ class SNAuthenticationViewTest : public HomeScreenTest {
     EXPECT_EQ(focusedField(), view->passcodeView()->passcodeTextField());
   }
 
-  std::shared_ptr<Delegate> delegate = std::make_shared<Delegate>();
+  std::shared_ptr<Listener<SNAuthenticationViewDelegate>> delegate =
+      std::make_shared<Listener<SNAuthenticationViewDelegate>>();
   std::shared_ptr<SNAuthenticationView> view;
   std::shared_ptr<UIWindow> window;
 };
@@ -114,15 +118,10 @@ TEST_F(SNAuthenticationViewTest, StandsAsGlyphTitleAndMessageInLightMode) {
 
 TEST_F(SNAuthenticationViewTest, TakesOnTheAppearanceOfTheMomentItIsFilled) {
   makeView();
-  EXPECT_EQ(view->titleLabel()->textColor(), UIColor::darkGrayColor());
-  EXPECT_EQ(view->messageLabel()->textColor(), UIColor::darkGrayColor());
-  EXPECT_EQ(view->glyphView()->primaryColor(), UIColor::grayColor());
   useDarkMode();
-  EXPECT_EQ(view->titleLabel()->textColor(), UIColor::darkGrayColor());
+  EXPECT_EQ(colors(), "darkGrayColor darkGrayColor grayColor");
   view->setup("Mail", "Scan");
-  EXPECT_EQ(view->titleLabel()->textColor(), UIColor::labelColor());
-  EXPECT_EQ(view->messageLabel()->textColor(), UIColor::secondaryLabelColor());
-  EXPECT_EQ(view->glyphView()->primaryColor(), UIColor::secondaryLabelColor());
+  EXPECT_EQ(colors(), "labelColor secondaryLabelColor secondaryLabelColor");
 }
 
 TEST_F(SNAuthenticationViewTest, StartsWithAPlaceholderAndTheConfiguredMessage) {
@@ -340,24 +339,19 @@ TEST_F(SNAuthenticationViewTest, GlyphGetsStateAnimationAndCompletionUnchanged) 
 
 // --- Checking ----------------------------------------------------------------------------------
 
-TEST_F(SNAuthenticationViewTest, RightPasscodeIsTold) {
+TEST_F(SNAuthenticationViewTest, WrongPasscodeShakesBeforeItIsToldAndTheRightOneDoesNot) {
   storePasscode("123456");
-  makeView();
-  view->switchToPasscodeView();
-  EXPECT_TRUE(type("123456"));
-  advance(0.15);
-  EXPECT_THAT(delegate->heard, ElementsAre("matched"));
-  EXPECT_FALSE(isShaking());
-}
-
-TEST_F(SNAuthenticationViewTest, WrongPasscodeShakesBeforeItIsTold) {
-  storePasscode("123456");
-  makeView();
-  delegate->isShaking = [this] { return isShaking(); };
-  view->switchToPasscodeView();
-  EXPECT_TRUE(type("654321"));
-  advance(0.15);
-  EXPECT_THAT(delegate->heard, ElementsAre("not matched, shaking"));
+  for (const auto& [passcode, told] :
+       {std::pair("123456", "matched"), {"654321", "not matched, shaking"}}) {
+    makeView();
+    delegate->heard.clear();
+    delegate->isShaking = [this] { return isShaking(); };
+    view->switchToPasscodeView();
+    EXPECT_TRUE(type(passcode));
+    advance(0.15);
+    EXPECT_THAT(delegate->heard, ElementsAre(told));
+    EXPECT_EQ(isShaking(), passcode == std::string("654321"));
+  }
   EXPECT_EQ(focusedField()->text(), "");
 }
 
@@ -372,15 +366,7 @@ TEST_F(SNAuthenticationViewTest, AnswersWithoutAStoredPasscodeAndWithoutADelegat
 
 // --- The controller ----------------------------------------------------------------------------
 
-class SNAuthenticationViewControllerTest : public HomeScreenTest {
- protected:
-  class Delegate final : public SNAuthenticationDelegate {
-   public:
-    void passcodeMatchedSuccessfully() override { heard.push_back("matched"); }
-    void passcodeNotMatched() override { heard.push_back("not matched"); }
-    std::vector<std::string> heard;
-  };
-};
+class SNAuthenticationViewControllerTest : public HomeScreenTest {};
 
 TEST_F(SNAuthenticationViewControllerTest, SharedOnesAreMadeOnceAProcessAndDiffer) {
   const auto controller = SNAuthenticationViewController::sharedInstance();
@@ -399,7 +385,7 @@ TEST_F(SNAuthenticationViewControllerTest, ForwardsToItsViewAndFromItToTheDelega
   storePasscode("123456");
   const auto controller = SNAuthenticationViewController::sharedInstance();
   const auto window = showInWindow(controller->view());
-  const auto delegate = std::make_shared<Delegate>();
+  const auto delegate = std::make_shared<Listener<SNAuthenticationDelegate>>();
   controller->setDelegate(delegate);
   controller->setPreferredContentSize({300, 1});
   SNAuthenticationView& view = controller->authenticationView();

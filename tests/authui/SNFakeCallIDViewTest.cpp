@@ -1,5 +1,6 @@
 #include "sentrel/authui/SNFakeCallIDView.h"
 
+#include "sentrel/uikit/Dump.h"
 #include "tests/support/HomeScreenTest.h"
 
 namespace sentrel {
@@ -36,20 +37,16 @@ TEST_F(SNFakeCallIDViewTest, LinesHaveTheirPlacesInAnyBounds) {
 }
 
 TEST_F(SNFakeCallIDViewTest, LooksAreThoseOfTheGeneration) {
-  for (const auto& [version, style] : {std::pair("10.3", UIFontTextStyle::title1),
-                                       std::pair("11.0", UIFontTextStyle::largeTitle)}) {
+  for (const auto& [version, size] : {std::pair("10.3", "28"), std::pair("11.0", "34")}) {
     restart(version);
     const auto cover = makeCover();
-    EXPECT_EQ(cover->callerNameLabel()->font(), UIFont::preferredFontForTextStyle(style));
-    EXPECT_EQ(cover->callerIDLabel()->font(),
-              UIFont::preferredFontForTextStyle(UIFontTextStyle::subheadline));
-    EXPECT_EQ(cover->sentrelCopyLabel()->font(),
-              UIFont::preferredFontForTextStyle(UIFontTextStyle::footnote));
-    EXPECT_EQ(cover->callerNameLabel()->textAlignment(), NSTextAlignment::center);
-    EXPECT_EQ(cover->sentrelCopyLabel()->textAlignment(), NSTextAlignment::right);
-    EXPECT_EQ(cover->sentrelCopyLabel()->alpha(), 0.6);
-    EXPECT_TRUE(cover->callerIDLabel()->adjustsFontSizeToFitWidth());
     EXPECT_FALSE(cover->isUserInteractionEnabled());
+    const std::string light = "\" color=\"white 1 alpha 0.8\" ";
+    EXPECT_EQ(dump(*cover),
+              "SNFakeCallIDView (-150 -50 300 100)\n  UILabel (10 5 280 40) \"\" font=\"system " +
+                  (size + light) + "center fits\n  UILabel (10 55 280 24) \"\" font=\"system 15" +
+                  light + "center fits\n  UILabel (10 88 280 10) \"\" font=\"system 13" + light +
+                  "right fits alpha=0.6\n");
   }
 }
 
@@ -70,14 +67,17 @@ TEST_F(SNFakeCallIDViewTest, ShowsTheSettingsTextsOfTheLastUpdate) {
 
 TEST_F(SNFakeCallIDViewTest, ColoursChangeWithTheNextUpdateOnly) {
   const auto cover = makeCover();
-  const auto light = UIColor::colorWithWhite(1, 0.8);
+  const auto colors = [&cover] {
+    return std::vector{cover->callerNameLabel()->textColor().description(),
+                       cover->callerIDLabel()->textColor().description(),
+                       cover->sentrelCopyLabel()->textColor().description()};
+  };
+  const auto light = colors();
   useDarkMode();
-  EXPECT_EQ(cover->callerNameLabel()->textColor(), light);
-  EXPECT_EQ(cover->callerIDLabel()->textColor(), light);
+  EXPECT_EQ(colors(), light);
   cover->updateData();
-  EXPECT_EQ(cover->callerNameLabel()->textColor(), UIColor::labelColor());
-  EXPECT_EQ(cover->callerIDLabel()->textColor(), UIColor::secondaryLabelColor());
-  EXPECT_EQ(cover->sentrelCopyLabel()->textColor(), UIColor::secondaryLabelColor());
+  EXPECT_EQ(colors(),
+            (std::vector<std::string>{"labelColor", "secondaryLabelColor", "secondaryLabelColor"}));
 }
 
 }  // namespace

@@ -11,6 +11,13 @@ class AnimationPainting : public ScreenTest {
     return inkOf(paint(*box_)).value_or(Ink{-1, -1, -1, -1}).left;
   }
 
+  void shake(const std::vector<double>& values) {
+    box_->layer().addAnimation(
+        CAAnimation::keyframes("transform.translation.x", values, Seconds(1), linear_), "shake");
+  }
+
+  const CATiming linear_{.curve = CATiming::Curve::linear};
+
   std::shared_ptr<UIView> box_ = makeBox(CGRectMake(0, 0, 20, 20), red());
 };
 
@@ -23,21 +30,14 @@ TEST_F(AnimationPainting, AFrameIsSeenOnItsWay) {
 
 TEST_F(AnimationPainting, AShakeSwingsToBothSidesAndComesToRest) {
   box_->setFrame(CGRectMake(40, 0, 20, 20));
-  const CATiming linear{.curve = CATiming::Curve::linear};
-  box_->layer().addAnimation(
-      CAAnimation::keyframes("transform.translation.x", {-12, 12, 0}, Seconds(1), linear), "shake");
+  shake({-12.0, 12.0, 0.0});
   EXPECT_EQ(leftAfter(Seconds(0)), 28);
   EXPECT_EQ(leftAfter(Seconds(0.25)), 40);
   EXPECT_EQ(leftAfter(Seconds(0.25)), 52);
   EXPECT_EQ(leftAfter(Seconds(0.5)), 40);
-}
-
-TEST_F(AnimationPainting, AShakeComesOnTopOfTheTransform) {
   box_->setTransform(CGAffineTransform::makeTranslation(20, 0));
-  const CATiming linear{.curve = CATiming::Curve::linear};
-  box_->layer().addAnimation(
-      CAAnimation::keyframes("transform.translation.x", {10, 10}, Seconds(1), linear), "shake");
-  EXPECT_EQ(leftAfter(Seconds(0.5)), 30);
+  shake({10.0, 10.0});
+  EXPECT_EQ(leftAfter(Seconds(0.5)), 70) << "on top of the transform";
 }
 
 TEST_F(AnimationPainting, ASpringSwingsPastItsEnd) {
@@ -68,8 +68,7 @@ TEST_F(AnimationPainting, AlphaAndColourAreSeenOnTheirWay) {
 TEST_F(AnimationPainting, PushedContentComesFromTheRightInsideTheView) {
   box_->setFrame(CGRectMake(0, 0, 40, 20));
   box_->addSubview(makeBox(CGRectMake(0, 0, 40, 20), blue()));
-  box_->layer().addAnimation(
-      CAAnimation::pushFromRight(Seconds(1), CATiming{.curve = CATiming::Curve::linear}), "push");
+  box_->layer().addAnimation(CAAnimation::pushFromRight(Seconds(1), linear_), "push");
   device_.time().advance(Seconds(0.5));
   const Canvas canvas = paint(*box_);
   EXPECT_EQ(canvas.pixel(10, 10), opaqueRed);

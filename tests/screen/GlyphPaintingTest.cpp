@@ -1,5 +1,4 @@
 #include "device/screen/GlyphLook.h"
-#include "device/screen/Png.h"
 #include "sentrel/uikit/PKGlyphView.h"
 #include "tests/screen/ScreenTest.h"
 
@@ -32,7 +31,7 @@ TEST_F(GlyphPainting, EveryLookAndKindIsItsOwnPicture) {
   for (std::size_t i = 0; i < pictures.size(); ++i) {
     EXPECT_TRUE(inkOf(pictures[i])) << i;
     for (std::size_t j = 0; j < i; ++j)
-      EXPECT_GT(differingPixels(pictures[i], pictures[j]), 50U) << i << " and " << j;
+      EXPECT_GT(differingPixels(pictures[i], pictures[j]), 50) << i << " and " << j;
   }
 }
 
@@ -47,14 +46,14 @@ TEST_F(GlyphPainting, TheGlyphHasItsPrimaryColour) {
 TEST_F(GlyphPainting, AChangeOfStateIsSeenOnItsWay) {
   const Canvas before = paintState(0, GlyphKind::fingerprint);
   glyph_->setState(12, /*animated=*/true, {});
-  EXPECT_EQ(differingPixels(paintAs(GlyphKind::fingerprint), before), 0U);
+  EXPECT_EQ(differingPixels(paintAs(GlyphKind::fingerprint), before), 0);
   device_.time().advance(Seconds(0.2));
   const Canvas between = paintAs(GlyphKind::fingerprint);
   device_.time().advance(Seconds(1));
   const Canvas after = paintAs(GlyphKind::fingerprint);
-  EXPECT_NE(differingPixels(between, before), 0U);
-  EXPECT_NE(differingPixels(between, after), 0U);
-  EXPECT_EQ(differingPixels(after, paintState(12, GlyphKind::fingerprint)), 0U);
+  EXPECT_NE(differingPixels(between, before), 0);
+  EXPECT_NE(differingPixels(between, after), 0);
+  EXPECT_EQ(differingPixels(after, paintState(12, GlyphKind::fingerprint)), 0);
 }
 
 TEST(GlyphLook, ANumberWithoutAMeaningLooksIdle) {

@@ -17,12 +17,7 @@ class ViewPainting : public ScreenTest {};
 TEST_F(ViewPainting, AViewFillsItsFrameAtTheCanvasesScale) {
   Canvas canvas({100, 100}, 2);
   painter_.paint(*makeBox(CGRectMake(10, 20, 30, 5), red()), canvas, {});
-  const auto ink = inkOf(canvas);
-  ASSERT_TRUE(ink);
-  EXPECT_EQ(ink->left, 20);
-  EXPECT_EQ(ink->right, 80);
-  EXPECT_EQ(ink->top, 40);
-  EXPECT_EQ(ink->bottom, 50);
+  EXPECT_EQ(inkOf(canvas), (Ink{20, 40, 80, 50}));
   EXPECT_EQ(canvas.pixel(50, 45), opaqueRed);
 }
 
@@ -30,10 +25,8 @@ TEST_F(ViewPainting, SubviewsLieInFrontInOrderAndInTheirSuperviewsCoordinates) {
   const auto box = makeBox(CGRectMake(20, 20, 50, 50), red());
   box->addSubview(makeBox(CGRectMake(10, 10, 20, 20), UIColor::whiteColor()));
   box->addSubview(makeBox(CGRectMake(20, 20, 20, 20), blue()));
-  const Canvas canvas = paint(*box);
-  EXPECT_EQ(canvas.pixel(25, 25), opaqueRed);
-  EXPECT_EQ(canvas.pixel(35, 35), opaqueWhite);
-  EXPECT_EQ(canvas.pixel(45, 45), opaqueBlue);
+  EXPECT_THAT(pixels(*box, {{25, 25}, {35, 35}, {45, 45}}),
+              ElementsAre(opaqueRed, opaqueWhite, opaqueBlue));
 }
 
 TEST_F(ViewPainting, OnlyAClippingViewCutsWhatSticksOut) {
@@ -41,8 +34,7 @@ TEST_F(ViewPainting, OnlyAClippingViewCutsWhatSticksOut) {
   box->addSubview(makeBox(CGRectMake(10, 10, 40, 5), blue()));
   EXPECT_EQ(paint(*box).pixel(55, 32), opaqueBlue);
   box->setClipsToBounds(true);
-  EXPECT_EQ(paint(*box).pixel(55, 32), 0U);
-  EXPECT_EQ(paint(*box).pixel(35, 32), opaqueBlue);
+  EXPECT_THAT(pixels(*box, {{55, 32}, {35, 32}}), ElementsAre(0, opaqueBlue));
 }
 
 TEST_F(ViewPainting, RoundCornersCutTheBackgroundAndWhatIsClipped) {
@@ -51,8 +43,7 @@ TEST_F(ViewPainting, RoundCornersCutTheBackgroundAndWhatIsClipped) {
   box->addSubview(makeBox(CGRectMake(0, 0, 40, 40), blue()));
   EXPECT_EQ(paint(*box).pixel(1, 1), opaqueBlue);
   box->setClipsToBounds(true);
-  EXPECT_EQ(paint(*box).pixel(1, 1), 0U);
-  EXPECT_EQ(paint(*box).pixel(20, 20), opaqueBlue);
+  EXPECT_THAT(pixels(*box, {{1, 1}, {20, 20}}), ElementsAre(0, opaqueBlue));
 }
 
 TEST_F(ViewPainting, ABorderStaysInsideAndLiesOverTheSubviews) {
@@ -60,11 +51,8 @@ TEST_F(ViewPainting, ABorderStaysInsideAndLiesOverTheSubviews) {
   box->layer().setBorderWidth(4);
   box->layer().setBorderColor(red());
   box->addSubview(makeBox(CGRectMake(0, 0, 40, 40), blue()));
-  const Canvas canvas = paint(*box);
-  EXPECT_EQ(canvas.pixel(9, 30), 0U);
-  EXPECT_EQ(canvas.pixel(10, 30), opaqueRed);
-  EXPECT_EQ(canvas.pixel(13, 30), opaqueRed);
-  EXPECT_EQ(canvas.pixel(14, 30), opaqueBlue);
+  EXPECT_THAT(pixels(*box, {{9, 30}, {10, 30}, {13, 30}, {14, 30}}),
+              ElementsAre(0, opaqueRed, opaqueRed, opaqueBlue));
 }
 
 TEST_F(ViewPainting, AlphaCountsForAViewAndItsContentsAsAWhole) {
@@ -89,10 +77,7 @@ TEST_F(ViewPainting, HiddenAndTransparentViewsTakeTheirContentsAlong) {
 TEST_F(ViewPainting, ATransformTurnsTheViewAboutItsCentre) {
   const auto bar = makeBox(CGRectMake(20, 40, 60, 10), red());
   bar->setTransform(CGAffineTransform::makeRotation(std::numbers::pi / 2));
-  const Canvas canvas = paint(*bar);
-  EXPECT_EQ(canvas.pixel(50, 20), opaqueRed);
-  EXPECT_EQ(canvas.pixel(50, 70), opaqueRed);
-  EXPECT_EQ(canvas.pixel(25, 45), 0U);
+  EXPECT_THAT(pixels(*bar, {{50, 20}, {50, 70}, {25, 45}}), ElementsAre(opaqueRed, opaqueRed, 0));
 }
 
 TEST_F(ViewPainting, ViewsWithoutAreaPaintNothingButWhatSticksOutOfThem) {

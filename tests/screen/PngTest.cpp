@@ -43,44 +43,20 @@ class Png : public ScreenTest {
       std::filesystem::temp_directory_path() / ("sentrel-png-" + std::to_string(getpid()));
 };
 
-TEST_F(Png, APictureComesBackAsItWasWritten) {
-  const Canvas scene = paintScene();
-  writePng(scene, path("scene.png"));
-  EXPECT_EQ(differingPixels(readPng(path("scene.png")), scene), 0U);
-}
-
 TEST_F(Png, PaintingTwiceGivesTheSameBytes) {
   writePng(paintScene(), path("one.png"));
   writePng(paintScene(), path("other.png"));
-  EXPECT_FALSE(contents(path("one.png")).empty());
+  EXPECT_THAT(contents(path("one.png")), testing::StartsWith("\x89PNG"));
   EXPECT_EQ(contents(path("one.png")), contents(path("other.png")));
 }
 
-TEST_F(Png, DifferencesAreCountedAndSizesCompared) {
-  const Canvas one({10, 10}, 1);
-  Canvas other({10, 10}, 1);
-  painter_.paint(*makeBox(CGRectMake(2, 2, 3, 1), red()), other, {});
-  EXPECT_EQ(differingPixels(one, other), 3U);
-  EXPECT_EQ(differingPixels(one, Canvas({10, 11}, 1)), std::nullopt);
-}
-
-TEST_F(Png, AFileThatCannotBeWrittenOrReadIsNamed) {
-  const auto message = [](const auto& action) -> std::string {
-    try {
-      action();
-      return "";
-    } catch (const std::runtime_error& error) {
-      return error.what();
-    }
-  };
+TEST_F(Png, AFileThatCannotBeWrittenIsNamed) {
   const std::string nowhere = path("nowhere/picture.png");
-  EXPECT_NE(message([&] {
-              writePng(Canvas({1, 1}, 1), nowhere);
-            }).find(nowhere),
-            std::string::npos);
-  EXPECT_NE(message([&] { readPng(nowhere); }).find(nowhere), std::string::npos);
-  std::ofstream(path("text.png")) << "no picture";
-  EXPECT_NE(message([&] { readPng(path("text.png")); }).find("text.png"), std::string::npos);
+  EXPECT_THAT(
+      [&] {
+        writePng(Canvas({1, 1}, 1), nowhere);
+      },
+      testing::ThrowsMessage<std::runtime_error>(testing::HasSubstr(nowhere)));
 }
 
 }  // namespace

@@ -1,14 +1,20 @@
 #pragma once
 
+#include <gmock/gmock.h>
+
 #include <algorithm>
 #include <memory>
 #include <optional>
+#include <utility>
+#include <vector>
 
 #include "device/screen/Painter.h"
 #include "device/screen/PangoTextMeasuring.h"
 #include "tests/uikit/UIKitTest.h"
 
 namespace sentrel::screen {
+
+using testing::ElementsAre;
 
 /// The smallest rectangle around every pixel that shows anything, in pixels; none where none does.
 struct Ink {
@@ -18,6 +24,8 @@ struct Ink {
   int height() const { return bottom - top; }
   double midX() const { return (left + right) / 2.0; }
   double midY() const { return (top + bottom) / 2.0; }
+
+  friend bool operator==(const Ink&, const Ink&) = default;
 };
 
 inline std::optional<Ink> inkOf(const Canvas& canvas) {
@@ -51,6 +59,15 @@ inline int alphaOf(std::uint32_t pixel) {
   return channel(pixel, 24);
 }
 
+/// How many pixels differ between two pictures of one size.
+inline int differingPixels(const Canvas& one, const Canvas& other) {
+  int count = 0;
+  for (int y = 0; y < one.height(); ++y)
+    for (int x = 0; x < one.width(); ++x)
+      count += one.pixel(x, y) != other.pixel(x, y) ? 1 : 0;
+  return count;
+}
+
 /// Puts a test inside a process of a simulated device that measures text as it is drawn.
 class ScreenTest : public UIKitTest {
  protected:
@@ -76,6 +93,16 @@ class ScreenTest : public UIKitTest {
     Canvas canvas({100, 100}, 1);
     painter_.paint(view, canvas, {.style = style, .moment = device_.time().now()});
     return canvas;
+  }
+
+  /// Some pixels of such a picture.
+  std::vector<std::uint32_t> pixels(const UIView& view,
+                                    std::initializer_list<std::pair<int, int>> places) {
+    const Canvas canvas = paint(view);
+    std::vector<std::uint32_t> found;
+    for (const auto& [x, y] : places)
+      found.push_back(canvas.pixel(x, y));
+    return found;
   }
 
   Painter painter_{fonts()};

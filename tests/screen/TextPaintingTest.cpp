@@ -5,8 +5,6 @@
 #include "sentrel/uikit/UIWindow.h"
 #include "tests/screen/ScreenTest.h"
 
-#include "device/screen/Png.h"
-
 namespace sentrel::screen {
 namespace {
 
@@ -124,9 +122,9 @@ class TextFieldPainting : public ScreenTest {
 TEST_F(TextFieldPainting, ASecureFieldGivesAwayNothingButTheLength) {
   const Canvas digits = paint(*makeField("1234", /*secure=*/true));
   EXPECT_TRUE(inkOf(digits));
-  EXPECT_EQ(differingPixels(digits, paint(*makeField("9806", /*secure=*/true))), 0U);
-  EXPECT_NE(differingPixels(digits, paint(*makeField("123", /*secure=*/true))), 0U);
-  EXPECT_NE(differingPixels(digits, paint(*makeField("1234", /*secure=*/false))), 0U);
+  EXPECT_EQ(differingPixels(digits, paint(*makeField("9806", /*secure=*/true))), 0);
+  EXPECT_NE(differingPixels(digits, paint(*makeField("123", /*secure=*/true))), 0);
+  EXPECT_NE(differingPixels(digits, paint(*makeField("1234", /*secure=*/false))), 0);
 }
 
 TEST_F(TextFieldPainting, TheCaretStandsWhereTheNextCharacterGoesUnlessItIsClear) {

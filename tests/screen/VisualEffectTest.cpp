@@ -33,11 +33,8 @@ TEST_F(VisualEffect, WhatLiesBehindRunsIntoEachOther) {
 
 TEST_F(VisualEffect, NothingOutsideTheRoundedRectangleIsTouched) {
   addBlur(CGRectMake(30, 30, 40, 40), 1)->layer().setCornerRadius(20);
-  const Canvas canvas = paint(*screen_);
-  EXPECT_EQ(canvas.pixel(31, 31), opaqueRed);
-  EXPECT_EQ(canvas.pixel(68, 68), opaqueBlue);
-  EXPECT_EQ(canvas.pixel(49, 20), opaqueRed);
-  EXPECT_NE(canvas.pixel(45, 50), opaqueRed);
+  EXPECT_THAT(pixels(*screen_, {{31, 31}, {68, 68}, {49, 20}, {45, 50}}),
+              ElementsAre(opaqueRed, opaqueBlue, opaqueRed, testing::Ne(opaqueRed)));
 }
 
 TEST_F(VisualEffect, StylesDifferInLightness) {
@@ -56,9 +53,7 @@ TEST_F(VisualEffect, WhatIsInFrontOfTheBlurStaysSharp) {
   blur->contentView()->setFrame(CGRectMake(0, 0, 100, 100));
   blur->contentView()->addSubview(makeBox(CGRectMake(40, 40, 10, 10), UIColor::whiteColor()));
   screen_->addSubview(makeBox(CGRectMake(0, 0, 10, 10), blue()));
-  const Canvas canvas = paint(*screen_);
-  EXPECT_EQ(canvas.pixel(40, 40), opaqueWhite);
-  EXPECT_EQ(canvas.pixel(9, 9), opaqueBlue);
+  EXPECT_THAT(pixels(*screen_, {{40, 40}, {9, 9}}), ElementsAre(opaqueWhite, opaqueBlue));
 }
 
 TEST_F(VisualEffect, ABlurInsideATransparentViewStillSeesTheScreen) {

@@ -1,9 +1,10 @@
 #include "device/screen/Window.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <cstdlib>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 namespace sentrel::screen {
@@ -45,8 +46,11 @@ class ScreenWindow : public testing::Test {
   std::string typed_;
 };
 
-TEST_F(ScreenWindow, PaintsOnceAndAgainOnlyWhenItIsTold) {
-  Window window("test", {100, 200}, 2, handlers());
+TEST_F(ScreenWindow, PaintsOnceAndAgainOnlyWhenItsOwnerNeedsIt) {
+  bool needed = false;
+  Window::Handlers asking = handlers();
+  asking.needsDisplay = [&needed] { return std::exchange(needed, false); };
+  Window window("test", {100, 200}, 2, asking);
   window.pump();
   EXPECT_EQ(painted_, std::vector{200});
   for (int i = 0; i < 3; ++i)
@@ -54,7 +58,8 @@ TEST_F(ScreenWindow, PaintsOnceAndAgainOnlyWhenItIsTold) {
   const std::size_t settled = painted_.size();
   window.pump();
   EXPECT_EQ(painted_.size(), settled);
-  window.setNeedsDisplay();
+  needed = true;
+  window.pump();
   window.pump();
   EXPECT_EQ(painted_.size(), settled + 1);
 }
@@ -85,19 +90,17 @@ TEST_F(ScreenWindow, AFingerCountsOnceInPoints) {
   mouse.button.which = SDL_TOUCH_MOUSEID;
   push(mouse);
   window.pump();
-  ASSERT_EQ(touches_.size(), 1U);
-  EXPECT_EQ(touches_[0], (CGPoint{50, 50}));
+  EXPECT_EQ(touches_, (std::vector{CGPoint{50, 50}}));
 }
 
 TEST(ScreenWindowWithoutDisplay, SaysWhatToDo) {
   for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "SDL_VIDEODRIVER"})
     unsetenv(name);
-  try {
-    const Window window("test", {100, 200}, 1, {});
-    FAIL() << "opened a window without a display";
-  } catch (const std::runtime_error& error) {
-    EXPECT_NE(std::string(error.what()).find("DISPLAY"), std::string::npos) << error.what();
-  }
+  EXPECT_THAT(
+      [] {
+        Window("test", {100, 200}, 1, {});
+      },
+      testing::ThrowsMessage<std::runtime_error>(testing::HasSubstr("DISPLAY")));
 }
 
 }  // namespace

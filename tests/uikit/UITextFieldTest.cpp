@@ -11,43 +11,38 @@ namespace {
 
 constexpr std::size_t farAway = std::numeric_limits<std::size_t>::max();
 
-struct RangeCase {
-  std::string text;
-  NSRange range;
-  std::string replacement;
-  std::string expected;
-  NSRange inside;
-};
-
-class TextRanges : public testing::TestWithParam<RangeCase> {};
-
-TEST_P(TextRanges, AreCutToTheTextAndToWholeCharacters) {
-  const auto& [text, range, replacement, expected, inside] = GetParam();
-  EXPECT_EQ(stringByReplacingCharactersInRange(text, range, replacement), expected);
-  EXPECT_EQ(rangeInsideText(text, range), inside);
+TEST(TextRanges, AreCutToTheTextAndToWholeCharacters) {
+  const struct {
+    std::string text;
+    NSRange range;
+    std::string replacement;
+    std::string expected;
+    NSRange inside;
+  } cases[] = {{"1234", {1, 2}, "x", "1x4", {1, 2}},
+               {"1234", {4, 0}, "5", "12345", {4, 0}},
+               {"", {0, 0}, "1", "1", {0, 0}},
+               {"1234", {2, 9}, "", "12", {2, 2}},
+               {"1234", {9, 1}, "5", "12345", {4, 0}},
+               {"1234", {1, farAway}, "", "1", {1, 3}},
+               {"1234", {farAway, farAway}, "5", "12345", {4, 0}},
+               {"a😀b", {1, 2}, "", "ab", {1, 2}},
+               {"a😀b", {1, 1}, "", "ab", {1, 2}},
+               {"a😀b", {2, 1}, "", "ab", {1, 2}},
+               {"a😀b", {2, 0}, "x", "ax😀b", {1, 0}},
+               {"éß€", {1, 1}, "s", "és€", {1, 1}},
+               {"a\xFF\xC3z", {1, 1}, "", "a\xC3z", {1, 1}},
+               {"\xED\xA0\x80", {0, 1}, "", "\xA0\x80", {0, 1}},
+               {"\xF0\x9F\x98", {2, 1}, "", "\xF0\x9F", {2, 1}}};
+  for (const auto& [text, range, replacement, expected, inside] : cases) {
+    SCOPED_TRACE(text + ' ' + std::to_string(range.location) + ' ' + std::to_string(range.length));
+    EXPECT_EQ(stringByReplacingCharactersInRange(text, range, replacement), expected);
+    EXPECT_EQ(rangeInsideText(text, range), inside);
+  }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    All, TextRanges,
-    testing::Values(
-        RangeCase{"1234", {1, 2}, "x", "1x4", {1, 2}},
-        RangeCase{"1234", {4, 0}, "5", "12345", {4, 0}}, RangeCase{"", {0, 0}, "1", "1", {0, 0}},
-        RangeCase{"1234", {2, 9}, "", "12", {2, 2}},
-        RangeCase{"1234", {9, 1}, "5", "12345", {4, 0}},
-        RangeCase{"1234", {1, farAway}, "", "1", {1, 3}},
-        RangeCase{"1234", {farAway, farAway}, "5", "12345", {4, 0}},
-        RangeCase{"a😀b", {1, 2}, "", "ab", {1, 2}}, RangeCase{"a😀b", {1, 1}, "", "ab", {1, 2}},
-        RangeCase{"a😀b", {2, 1}, "", "ab", {1, 2}}, RangeCase{"a😀b", {2, 0}, "x", "ax😀b", {1, 0}},
-        RangeCase{"éß€", {1, 1}, "s", "és€", {1, 1}},
-        RangeCase{"a\xFF\xC3z", {1, 1}, "", "a\xC3z", {1, 1}},
-        RangeCase{"\xED\xA0\x80", {0, 1}, "", "\xA0\x80", {0, 1}},
-        RangeCase{"\xF0\x9F\x98", {2, 1}, "", "\xF0\x9F", {2, 1}}));
-
 TEST(Utf16Length, CountsCodeUnits) {
-  EXPECT_EQ(utf16Length(""), 0u);
-  EXPECT_EQ(utf16Length("aé€"), 3u);
-  EXPECT_EQ(utf16Length("a😀"), 3u);
-  EXPECT_EQ(utf16Length("\xFF\xFE"), 2u);
+  for (const char* text : {"aé€", "a😀", "\xFF\xFE\xFF"})
+    EXPECT_EQ(utf16Length(text), 3u) << text;
 }
 
 struct Delegate : UITextFieldDelegate {

@@ -74,23 +74,26 @@ TEST_F(UIViewControllerTest, ShowsWhatItPresentsAndCompletesWhenTheTimeIsOver) {
   EXPECT_TRUE(completed);
 }
 
-TEST_F(UIViewControllerTest, DismissesItselfOrWhatItPresents) {
-  for (const auto& asked : {root_, modal_}) {
-    root_->presentViewController(modal_, /*animated=*/false, {});
-    bool completed = false;
-    asked->dismissViewControllerAnimated(/*animated=*/false, [&] { completed = true; });
+TEST_F(UIViewControllerTest, DismissesItselfOrWhatItPresentsAndAllThatStandsAbove) {
+  const auto parent = UINavigationController::initWithRootViewController(modal_);
+  const auto above = std::make_shared<UIViewController>();
+  int completed = 0;
+  const auto count = [&completed] { ++completed; };
+  for (const auto& asked : {root_, std::shared_ptr<UIViewController>(parent), modal_}) {
+    root_->presentViewController(parent, /*animated=*/false, {});
+    EXPECT_EQ(modal_->presentingViewController(), root_);
+    if (asked == root_) parent->presentViewController(above, /*animated=*/false, {});
+    asked->dismissViewControllerAnimated(/*animated=*/false, count);
     EXPECT_EQ(root_->presentedViewController(), nullptr);
     EXPECT_EQ(modal_->presentingViewController(), nullptr);
-    EXPECT_EQ(modal_->view()->superview(), nullptr);
-    EXPECT_FALSE(completed);
+    EXPECT_EQ(parent->view()->superview(), nullptr);
+    EXPECT_EQ(above->presentingViewController(), nullptr);
+    EXPECT_EQ(above->view()->window(), nullptr);
+    EXPECT_EQ(completed, 0);
     device_.time().runDue();
-    EXPECT_TRUE(completed);
+    EXPECT_EQ(std::exchange(completed, 0), 1);
   }
-}
-
-TEST_F(UIViewControllerTest, ADismissalWithNothingToDismissCompletes) {
-  int completed = 0;
-  root_->dismissViewControllerAnimated(/*animated=*/true, [&] { ++completed; });
+  root_->dismissViewControllerAnimated(/*animated=*/true, count);  // there is nothing to dismiss
   root_->dismissViewControllerAnimated(/*animated=*/true, {});
   device_.time().runUntilIdle();
   EXPECT_EQ(completed, 1);
@@ -108,23 +111,6 @@ TEST_F(UIViewControllerTest, PresentsOneControllerOnce) {
   EXPECT_EQ(root_->presentedViewController(), modal_);
   EXPECT_EQ(other->presentedViewController(), nullptr);
   EXPECT_EQ(completed, 0);
-}
-
-TEST_F(UIViewControllerTest, DismissingTakesAwayAllThatStandsAbove) {
-  const auto above = std::make_shared<UIViewController>();
-  root_->presentViewController(modal_, /*animated=*/false, {});
-  modal_->presentViewController(above, /*animated=*/false, {});
-  root_->dismissViewControllerAnimated(/*animated=*/false, {});
-  EXPECT_EQ(above->presentingViewController(), nullptr);
-  EXPECT_EQ(above->view()->window(), nullptr);
-}
-
-TEST_F(UIViewControllerTest, AChildIsDismissedWithThePresentedParent) {
-  const auto navigation = UINavigationController::initWithRootViewController(modal_);
-  root_->presentViewController(navigation, /*animated=*/false, {});
-  EXPECT_EQ(modal_->presentingViewController(), root_);
-  modal_->dismissViewControllerAnimated(/*animated=*/false, {});
-  EXPECT_EQ(root_->presentedViewController(), nullptr);
 }
 
 TEST_F(UIViewControllerTest, NavigationShowsTheTopOrTheModalAboveIt) {

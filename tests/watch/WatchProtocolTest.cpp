@@ -98,69 +98,25 @@ TEST_F(WatchProtocol, RepliesInsideTheAskingProcessOnALaterTurn) {
 }
 
 TEST_F(WatchProtocol, ReadsWhateverGoesWrongAsAnEmptyAnswer) {
-  std::vector<Message> kept;
-  const struct {
-    const char* name;
-    XpcHub::Handler handler;
-    PropertyList answer;
-  } cases[] = {
-      {"answers",
-       [](const Message& m) {
-         m->reply({{"result", Dictionary{{"rssi", 1}}}});
-       },
-       Dictionary{{"rssi", 1}}},
-      {"breaks off", [](const Message&) {}, Dictionary()},
-      {"hangs", [&](const Message& m) { kept.push_back(m); }, Dictionary()},
-      {"has no result",
-       [](const Message& m) {
-         m->reply({{"rssi", 1}});
-       },
-       Dictionary()},
-      {"has another result",
-       [](const Message& m) {
-         m->reply({{"result", 1}});
-       },
-       1},
-      {"answers twice",
-       [](const Message& m) {
-         m->reply({{"result", "first"}});
-         m->reply({{"result", "second"}});
-       },
-       "first"},
-      {"ends meanwhile",
-       [&](const Message& m) {
-         kept.push_back(m);
-         daemon.reset();
-         kept.clear();
-       },
-       Dictionary()},
-      {"has ended",
-       [](const Message& m) {
-         m->reply({{"result", "from a ghost"}});
-       },
-       Dictionary()},
-  };
+  const std::pair<std::optional<Dictionary>, PropertyList> cases[] = {
+      {Dictionary{{"result", Dictionary{{"rssi", 1}}}}, Dictionary{{"rssi", 1}}},
+      {Dictionary{{"result", 1}}, 1},
+      {Dictionary{{"rssi", 1}}, Dictionary()},
+      {std::nullopt, Dictionary()}};
   for (const auto& c : cases) {
-    SCOPED_TRACE(c.name);
-    if (daemon) serve(c.handler);
-    EXPECT_EQ(answerTo(queryOf(Array{6})), c.answer);
+    serve([&c](const Message& message) {
+      if (c.first) message->reply(*c.first);
+    });
+    EXPECT_EQ(answerTo(queryOf(Array{6})), c.second);
   }
-  device.xpc().remove("com.apple.sharingd.nsxpc");
-  EXPECT_EQ(answerTo(queryOf(Array{6})), PropertyList(Dictionary()));
-}
-
-TEST_F(WatchProtocol, HearsNothingOfAReplyThatComesTooLate) {
   Message kept;
-  serve([&](const Message& message) { kept = message; });
-  sendInvalidateRSSISNWatchQueryWithReply(noting());
-  device.time().advance(Seconds(1.9));
-  EXPECT_THAT(answers, IsEmpty());
-  device.time().advance(Seconds(0.2));
-  EXPECT_THAT(answers, ElementsAre(PropertyList(Dictionary())));
-  ASSERT_TRUE(kept);
-  kept->reply({{"result", Dictionary{{"rssi", -50}}}});
-  device.time().runUntilIdle();
-  EXPECT_EQ(answers.size(), 1U);
+  serve([&](const Message& message) {
+    kept = message;
+    daemon.reset();
+    kept.reset();
+  });
+  for (const char* when : {"ends meanwhile", "has ended"})
+    EXPECT_EQ(answerTo(queryOf(Array{6})), PropertyList(Dictionary())) << when;
 }
 
 TEST_F(WatchProtocol, AsksAndTapsNobodyWithoutAConnection) {
@@ -179,61 +135,45 @@ TEST_F(WatchProtocol, AnswersEachItemFromItsSource) {
   auto& watch = device.watch();
   watch.wristState = largest;
   watch.lockState = -2;
-  watch.isNearby = true;
-  watch.isConnected = true;
   watch.name = "Anna\xE2\x80\x99s watch";
   watch.firstRSSI = -41;
   watch.secondRSSI = -42;
-  const struct {
-    Array items;
-    Dictionary answer;
-  } cases[] = {
+  watch.isNearby = true;
+  const std::pair<Array, Dictionary> cases[] = {
       {{0}, {{"pairedWatchWristState", largest}}},
       {{1}, {{"pairedWatchLockState", -2}}},
-      {{2}, {{"nearby", true}}},
-      {{3}, {{"active", false}}},
-      {{4}, {{"connected", true}}},
       {{6}, {{"rssi", -41}}},
       {{7}, {{"rssi", -41}}},
-      {{8}, {{"name", "Anna\xE2\x80\x99s watch"}}},
-      {{8, 2, 2}, {{"name", "Anna\xE2\x80\x99s watch"}, {"nearby", true}}},
-  };
-  for (const auto& c : cases)
-    EXPECT_EQ(answerToItems(c.items), PropertyList(c.answer)) << describe(c.items);
-}
-
-TEST_F(WatchProtocol, TellsTheFlagsOfTheWatchApart) {
-  using simulated::SimulatedWatch;
-  const struct {
-    const char* key;
-    bool SimulatedWatch::*flag;
-  } flags[] = {{"nearby", &SimulatedWatch::isNearby},
-               {"active", &SimulatedWatch::isActive},
-               {"connected", &SimulatedWatch::isConnected}};
-  for (const auto& alone : flags) {
-    device.watch().*alone.flag = true;
-    Dictionary expected{{"nearby", false}, {"active", false}, {"connected", false}};
-    expected.insert_or_assign(alone.key, true);
-    EXPECT_EQ(answerToItems({2, 3, 4}), PropertyList(expected));
-    device.watch().*alone.flag = false;
+      {{8, 2, 2}, {{"name", "Anna\xE2\x80\x99s watch"}, {"nearby", true}}}};
+  for (const auto& [items, answer] : cases)
+    EXPECT_EQ(answerToItems(items), PropertyList(answer)) << describe(items);
+  for (const int set : {2, 3, 4}) {
+    watch.isNearby = set == 2;
+    watch.isActive = set == 3;
+    watch.isConnected = set == 4;
+    EXPECT_EQ(answerToItems({2}), PropertyList(Dictionary{{"nearby", set == 2}}));
+    EXPECT_EQ(answerToItems({3}), PropertyList(Dictionary{{"active", set == 3}}));
+    EXPECT_EQ(answerToItems({4}), PropertyList(Dictionary{{"connected", set == 4}}));
   }
 }
 
 TEST_F(WatchProtocol, SkipsItemsThatAskForNothing) {
-  const Array nothings[] = {{},
-                            {5},
-                            {9, -1},
-                            {smallest, largest},
-                            {true},
-                            {false},
-                            {2.0},
-                            {"2"},
-                            {PropertyList(Array{2})},
-                            {Dictionary{{"2", 2}}},
-                            {std::int64_t{1} << 32}};
-  for (const Array& items : nothings)
-    EXPECT_EQ(answerToItems(items), PropertyList(Dictionary())) << describe(items);
-  EXPECT_EQ(device.watch().wakeUps().size(), std::size(nothings));
+  const Array nothings{5,
+                       9,
+                       -1,
+                       smallest,
+                       largest,
+                       true,
+                       false,
+                       2.0,
+                       "2",
+                       Array{2},
+                       std::int64_t{1} << 32,
+                       Dictionary{{"2", 2}}};
+  for (const PropertyList& item : nothings)
+    EXPECT_EQ(answerToItems({item}), PropertyList(Dictionary())) << describe(item);
+  EXPECT_EQ(answerToItems({}), PropertyList(Dictionary()));
+  EXPECT_EQ(device.watch().wakeUps().size(), nothings.size() + 1);
   EXPECT_EQ(answerToItems({true, "x", 3, 9, Array{}, 6}),
             PropertyList(Dictionary{{"active", false}, {"rssi", 0}}));
 }
