@@ -14,20 +14,9 @@ namespace {
 
 using testing::ElementsAre;
 
-const UIClass& keyboardWindow() {
-  static const UIClass uiClass("UIRemoteKeyboardWindow", &UIWindow::staticClass());
-  return uiClass;
-}
-
-const UIClass& inputContainer() {
-  static const UIClass uiClass("UIInputSetContainerView", &UIView::staticClass());
-  return uiClass;
-}
-
-const UIClass& inputView() {
-  static const UIClass uiClass("_UIKBCompatInputView", &UIView::staticClass());
-  return uiClass;
-}
+const UIClass keyboardWindow("UIRemoteKeyboardWindow", &UIWindow::staticClass());
+const UIClass inputContainer("UIInputSetContainerView", &UIView::staticClass());
+const UIClass inputView("_UIKBCompatInputView", &UIView::staticClass());
 
 class UILookups : public HomeScreenTest {
  protected:
@@ -72,20 +61,20 @@ TEST_F(UILookups, TopOfTheApplicationIsThatOfItsKeyWindow) {
 }
 
 TEST_F(UILookups, KeyboardIsTheFirstContainerInAKeyboardWindowOfThatVeryClass) {
-  static const UIClass ownWindow("OwnKeyboardWindow", &keyboardWindow());
-  static const UIClass ownContainer("OwnContainer", &inputContainer());
+  static const UIClass ownWindow("OwnKeyboardWindow", &keyboardWindow);
+  static const UIClass ownContainer("OwnContainer", &inputContainer);
   const auto makeContainer = [](const UIClass& uiClass) {
     return std::make_shared<UIView>(CGRect(), uiClass);
   };
   EXPECT_EQ(sn__keyBoard(), nullptr);
-  const auto subclassed = showInWindow(makeContainer(inputContainer()), ownWindow);
+  const auto subclassed = showInWindow(makeContainer(inputContainer), ownWindow);
   EXPECT_EQ(sn__keyBoard(), nullptr);
   const auto nested = std::make_shared<UIView>();
-  nested->addSubview(makeContainer(inputContainer()));
-  const auto window = showInWindow(nested, keyboardWindow());
+  nested->addSubview(makeContainer(inputContainer));
+  const auto window = showInWindow(nested, keyboardWindow);
   window->addSubview(makeContainer(ownContainer));
   EXPECT_EQ(sn__keyBoard(), nullptr);
-  const auto container = makeContainer(inputContainer());
+  const auto container = makeContainer(inputContainer);
   window->addSubview(container);
   EXPECT_EQ(sn__keyBoard(), container);
 }
@@ -95,13 +84,13 @@ TEST_F(UILookups, KeyAreaIsFoundInEveryKeyboardWindow) {
   const auto note = [&found](const std::shared_ptr<UIView>& view) { found.push_back(view); };
   sn__keyBoard(note);
   EXPECT_TRUE(found.empty());
-  const auto deep = std::make_shared<UIView>(CGRect(), inputView());
+  const auto deep = std::make_shared<UIView>(CGRect(), inputView);
   const auto container = std::make_shared<UIView>();
   container->addSubview(deep);
-  const auto first = showInWindow(container, keyboardWindow());
-  const auto direct = std::make_shared<UIView>(CGRect(), inputView());
-  const auto second = showInWindow(direct, keyboardWindow());
-  const auto other = showInWindow(std::make_shared<UIView>(CGRect(), inputView()));
+  const auto first = showInWindow(container, keyboardWindow);
+  const auto direct = std::make_shared<UIView>(CGRect(), inputView);
+  const auto second = showInWindow(direct, keyboardWindow);
+  const auto other = showInWindow(std::make_shared<UIView>(CGRect(), inputView));
   sn__keyBoard(note);
   EXPECT_THAT(found, ElementsAre(deep, direct));
 }

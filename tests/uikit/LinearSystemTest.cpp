@@ -9,15 +9,13 @@ namespace {
 
 using Outcome = LinearSystem::Outcome;
 
-struct Equation {
-  std::vector<LinearSystem::Term> terms;
-  double sum;
-  Outcome outcome;
-};
-
 TEST(LinearSystem, TellsWhatIsFreshRepeatedAndConflicting) {
   constexpr double infinity = std::numeric_limits<double>::infinity();
-  const Equation equations[] = {
+  const struct {
+    std::vector<LinearSystem::Term> terms;
+    double sum;
+    Outcome outcome;
+  } equations[] = {
       {{{0, 1}, {1, 1}}, 10, Outcome::fresh},
       {{{0, 2}, {1, 2}}, 20, Outcome::repeated},
       {{{0, 1}, {1, 1}}, 11, Outcome::conflicting},

@@ -40,15 +40,6 @@ TEST_F(UIWindowTest, BelongsToTheProcessThatMadeIt) {
   foreign = nullptr;  // outlives its process's application
 }
 
-TEST_F(UIWindowTest, AWindowOfAClassKnownOnlyByNameIsFound) {
-  static const UIClass keyboard("UIRemoteKeyboardWindow", &UIWindow::staticClass());
-  const auto window = std::make_shared<UIWindow>(CGRectMake(0, 0, 1, 1), keyboard);
-  const auto found = UIApplication::sharedApplication().windows();
-  ASSERT_EQ(found.size(), 1u);
-  EXPECT_TRUE(found[0]->isMemberOfClassNamed("UIRemoteKeyboardWindow"));
-  EXPECT_TRUE(found[0]->isKindOfClass(UIWindow::staticClass()));
-}
-
 class UIViewControllerTest : public UIKitTest {
  protected:
   UIViewControllerTest() {

@@ -110,6 +110,12 @@ TEST_F(WatchProtocol, ReadsWhateverGoesWrongAsAnEmptyAnswer) {
     EXPECT_EQ(answerTo(queryOf(Array{6})), c.second);
   }
   Message kept;
+  serve([&kept](const Message& message) { kept = message; });
+  sendInvalidateRSSISNWatchQueryWithReply(noting());
+  device.time().advance(Seconds(1.9));
+  EXPECT_THAT(answers, IsEmpty());
+  device.time().advance(Seconds(0.2));
+  EXPECT_THAT(std::exchange(answers, {}), ElementsAre(PropertyList(Dictionary())));
   serve([&](const Message& message) {
     kept = message;
     daemon.reset();
