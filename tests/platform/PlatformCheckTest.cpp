@@ -18,14 +18,9 @@ struct Port {
   bool isNeeded;
 };
 
-template <auto port, bool isNeeded = true>
-Port needed(const char* name) {
-  return {name, [](Platform& platform) { (platform.*port).reset(); }, isNeeded};
-}
-
 template <auto port>
-Port spare(const char* name) {
-  return needed<port, false>(name);
+void take(Platform& platform) {
+  (platform.*port).reset();
 }
 
 class PlatformCheck : public testing::Test {
@@ -49,29 +44,31 @@ class PlatformCheck : public testing::Test {
 };
 
 TEST_F(PlatformCheck, NamesWhatIsMissingAndStandsInForWhatCanDoNothing) {
-  const std::vector<Port> ports = {needed<&Platform::mainBundle>("mainBundle"),
-                                   needed<&Platform::clock>("clock"),
-                                   needed<&Platform::mainQueue>("mainQueue"),
-                                   needed<&Platform::files>("files"),
-                                   needed<&Platform::propertyListFiles>("propertyListFiles"),
-                                   needed<&Platform::cryptography>("cryptography"),
-                                   needed<&Platform::caseMapping>("caseMapping"),
-                                   needed<&Platform::darwinCenter>("darwinCenter"),
-                                   needed<&Platform::distributedCenter>("distributedCenter"),
-                                   needed<&Platform::localCenter>("localCenter"),
-                                   needed<&Platform::messageChannel>("messageChannel"),
-                                   needed<&Platform::system>("system"),
-                                   needed<&Platform::textMeasuring>("textMeasuring"),
-                                   spare<&Platform::wifi>("wifi"),
-                                   spare<&Platform::systemLog>("systemLog"),
-                                   spare<&Platform::libraries>("libraries"),
-                                   spare<&Platform::spawner>("spawner"),
-                                   spare<&Platform::operationQueues>("operationQueues"),
-                                   spare<&Platform::localAuthentication>("localAuthentication"),
-                                   spare<&Platform::xpc>("xpc"),
-                                   spare<&Platform::audioServices>("audioServices"),
-                                   spare<&Platform::screen>("screen"),
-                                   spare<&Platform::qvUtils>("qvUtils")};
+  const std::vector<Port> ports = {
+      {"mainBundle", take<&Platform::mainBundle>, true},
+      {"clock", take<&Platform::clock>, true},
+      {"mainQueue", take<&Platform::mainQueue>, true},
+      {"files", take<&Platform::files>, true},
+      {"propertyListFiles", take<&Platform::propertyListFiles>, true},
+      {"cryptography", take<&Platform::cryptography>, true},
+      {"caseMapping", take<&Platform::caseMapping>, true},
+      {"darwinCenter", take<&Platform::darwinCenter>, true},
+      {"distributedCenter", take<&Platform::distributedCenter>, true},
+      {"localCenter", take<&Platform::localCenter>, true},
+      {"messageChannel", take<&Platform::messageChannel>, true},
+      {"system", take<&Platform::system>, true},
+      {"textMeasuring", take<&Platform::textMeasuring>, true},
+      {"wifi", take<&Platform::wifi>, false},
+      {"systemLog", take<&Platform::systemLog>, false},
+      {"libraries", take<&Platform::libraries>, false},
+      {"spawner", take<&Platform::spawner>, false},
+      {"operationQueues", take<&Platform::operationQueues>, false},
+      {"localAuthentication", take<&Platform::localAuthentication>, false},
+      {"xpc", take<&Platform::xpc>, false},
+      {"audioServices", take<&Platform::audioServices>, false},
+      {"screen", take<&Platform::screen>, false},
+      {"qvUtils", take<&Platform::qvUtils>, false},
+  };
   const Platform whole = platformOf("com.example.notes");
   ASSERT_EQ(complaintAbout(whole), "");
   for (const Port& port : ports) {
