@@ -43,6 +43,13 @@ class Png : public ScreenTest {
       std::filesystem::temp_directory_path() / ("sentrel-png-" + std::to_string(getpid()));
 };
 
+TEST_F(Png, HoldsWhatWasPainted) {
+  const Canvas scene = paintScene();
+  writePng(scene, path("scene.png"));
+  const Canvas read(SurfaceHandle(cairo_image_surface_create_from_png(path("scene.png").c_str())));
+  EXPECT_EQ(differingPixels(scene, read), 0);
+}
+
 TEST_F(Png, PaintingTwiceGivesTheSameBytes) {
   writePng(paintScene(), path("one.png"));
   writePng(paintScene(), path("other.png"));
