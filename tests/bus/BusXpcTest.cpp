@@ -28,23 +28,13 @@ void behave(const std::shared_ptr<XpcMessage>& message) {
   if (*what == "stop") kill(getpid(), SIGSTOP);
 }
 
-/// A process that serves the mach service, and an audio control of that name.
-class Daemon : public ChildProcess {
- public:
-  explicit Daemon(const std::string& address)
-      : ChildProcess([&](const Ready& ready) {
-          const auto loop = std::make_shared<loop::RunLoop>();
-          BusConnection::Options options;
-          options.address = address;
-          BusConnection connection(loop, std::move(options));
-          serveMachService(connection, service, behave);
-          ready("ready");
-          loop->run();
-        }) {}
-};
-
 class BusXpcTest : public BusTest {
  protected:
+  /// A process that serves the mach service.
+  Server startDaemon() {
+    return {bus_.address(), [](BusConnection& it) { serveMachService(it, service, behave); }};
+  }
+
   void send(BusXpc& xpc, const Dictionary& message) {
     const auto connection = xpc.createMachServiceConnection(service);
     ASSERT_TRUE(connection);
@@ -70,7 +60,7 @@ class BusXpcTest : public BusTest {
 };
 
 TEST_F(BusXpcTest, RepliesNoneForADaemonThatDies) {
-  const Daemon daemon(bus_.address());
+  const Server daemon = startDaemon();
   BusXpc xpc(connect());
   EXPECT_EQ(ask(xpc, {{"do", "die"}}), std::nullopt);
   EXPECT_EQ(ask(xpc, {}), std::nullopt) << "has died";
@@ -92,7 +82,7 @@ TEST_F(BusXpcTest, RepliesNoneForWhatIsNoDictionary) {
 }
 
 TEST_F(BusXpcTest, RepliesOnTheLoopsThreadToEveryThread) {
-  const Daemon daemon(bus_.address());
+  const Server daemon = startDaemon();
   BusXpc xpc(connect());
   std::jthread([&] { send(xpc, {{"asked", "elsewhere"}}); }).join();
   ASSERT_TRUE(runUntil(*loop_, [this] { return !replies_.empty(); }));
@@ -110,7 +100,7 @@ TEST_F(BusXpcTest, AsksAServiceOfItsOwnProcess) {
 }
 
 TEST_F(BusXpcTest, RepliesNoneWhenTheBusEndsAndThenConnectsNoMore) {
-  const Daemon daemon(bus_.address());
+  const Server daemon = startDaemon();
   const std::shared_ptr<BusConnection> connection = connect();
   BusXpc xpc(connection);
   send(xpc, {{"do", "stop"}});

@@ -89,18 +89,23 @@ void ChildProcess::end() {
   waitpid(std::exchange(process_, -1), nullptr, 0);
 }
 
-Responder::Responder(const std::string& address, const Answer& answer)
+Server::Server(const std::string& address, const std::function<void(BusConnection&)>& serve)
     : ChildProcess([&](const Ready& ready) {
         const auto loop = std::make_shared<loop::RunLoop>();
         BusConnection::Options options;
         options.address = address;
         BusConnection connection(loop, std::move(options));
+        serve(connection);
+        ready("ready");
+        loop->run();
+      }) {}
+
+Responder::Responder(const std::string& address, const Answer& answer)
+    : Server(address, [&](BusConnection& connection) {
         connection.serve(springBoardService, testChannel,
                          [&](const std::string& message, const UserInfo& userInfo) {
                            return answer(connection, message, userInfo);
                          });
-        ready("ready");
-        loop->run();
       }) {}
 
 RawBus::RawBus(const std::string& address) {

@@ -72,8 +72,14 @@ class ChildProcess {
   std::string said_;
 };
 
-/// A process that serves the home-screen's name on the bus at `address` with our own code.
-class Responder : public ChildProcess {
+/// A process on the bus at `address` whose connection `serve` sets up.
+class Server : public ChildProcess {
+ public:
+  Server(const std::string& address, const std::function<void(BusConnection&)>& serve);
+};
+
+/// One that serves the home-screen's name with our own code.
+class Responder : public Server {
  public:
   using Answer =
       std::function<UserInfo(BusConnection&, const std::string& message, const UserInfo&)>;
