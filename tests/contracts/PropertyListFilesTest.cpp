@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "device/simulated/SimulatedFiles.h"
 #include "device/storage/PlistFiles.h"
 #include "tests/support/TemporaryFolder.h"
@@ -71,9 +73,13 @@ TYPED_TEST(PropertyListFilesOfADevice, RefuseWhatCouldNotBeReadBackAndKeepTheOld
       {{"\xC3", "a key that is not UTF-8"}},
       {{"zero", std::string("a\0b", 3)}},
       {{"control character", Array{"\x1B"}}},
+      {{"no character", "\xEF\xBF\xBF"}},
       {{"too deep", nested(256)}},
       {{"too large", std::string(9 << 20, 'a')}},
-      {{"date", WallTime(Seconds(1e12))}},
+      {{"too large with escapes", std::string(2'400'000, '&')}},
+      {{"too large in base 64", PropertyList::Data(7'200'000)}},
+      {{"late date", WallTime(Seconds(1e12))}},
+      {{"no date", WallTime(Seconds(std::nan("")))}},
   };
   for (const Dictionary& dictionary : unreadable)
     EXPECT_FALSE(this->files_.writeDictionary("/settings", dictionary))

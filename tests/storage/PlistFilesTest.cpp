@@ -10,8 +10,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <cstring>
-
 #include "device/common/FileDescriptor.h"
 #include "device/storage/PropertyListCoding.h"
 #include "tests/support/TemporaryFolder.h"
@@ -62,6 +60,10 @@ TEST_F(PlistFilesTest, TellsWhyAFileCannotBeRead) {
   ASSERT_EQ(::mkfifo(folder_.path("pipe").c_str(), 0600), 0);
   fs::create_symlink("circle", folder_.path("circle"));
   fs::create_symlink("/dev/zero", folder_.path("device"));
+  const FileDescriptor socket(::socket(AF_UNIX, SOCK_STREAM, 0));
+  sockaddr_un address{AF_UNIX, {}};
+  folder_.path("socket").copy(address.sun_path, sizeof address.sun_path - 1);
+  ASSERT_EQ(::bind(socket.number(), reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
   folder_.put("empty", "");
   folder_.put("array", "<plist><array/></plist>");
   folder_.put("damaged", "<plist><dict>");
@@ -70,20 +72,12 @@ TEST_F(PlistFilesTest, TellsWhyAFileCannotBeRead) {
   EXPECT_EQ(faultAt("folder"), Kind::directory);
   EXPECT_EQ(faultAt("pipe"), Kind::pipe);
   EXPECT_EQ(faultAt("device"), Kind::specialFile);
+  EXPECT_EQ(faultAt("socket"), Kind::specialFile);
   EXPECT_EQ(faultAt("circle"), Kind::unreadable);
   EXPECT_EQ(faultAt(std::string(300, 'n')), Kind::unreadable);
   EXPECT_EQ(faultAt("empty"), Kind::empty);
   EXPECT_EQ(faultAt("array"), Kind::notADictionary);
   EXPECT_EQ(faultAt("damaged"), Kind::damaged);
-}
-
-TEST_F(PlistFilesTest, TellsASocketFromAFile) {
-  const FileDescriptor socket(::socket(AF_UNIX, SOCK_STREAM, 0));
-  sockaddr_un address{};
-  address.sun_family = AF_UNIX;
-  std::strncpy(address.sun_path, folder_.path("socket").c_str(), sizeof address.sun_path - 1);
-  ASSERT_EQ(::bind(socket.number(), reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
-  EXPECT_EQ(faultAt("socket"), Kind::specialFile);
 }
 
 TEST_F(PlistFilesTest, ReadsNothingWithoutPermission) {
