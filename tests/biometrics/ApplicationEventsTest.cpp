@@ -22,13 +22,6 @@ class ApplicationEvents : public BridgeTest {
  protected:
   ApplicationEvents() { SNTouchIDManager::sharedManager(); }
 
-  void restartApp(const std::string& version, bool hasFaceID = true) {
-    device.system().version = version;
-    device.sensor().isPearlIDCapable = hasFaceID;
-    device.sensor().isTouchIDCapable = !hasFaceID;
-    app = device.launch(std::string(appIdentifier));
-  }
-
   /// Starts the application's monitor, which tells of every event that it handles.
   void startInApp() {
     inApp([this] {
@@ -55,10 +48,6 @@ class ApplicationEvents : public BridgeTest {
   }
 
   std::vector<BiometricEvent> takeEvents() { return std::exchange(events, {}); }
-
-  simulated::SimulatedBiometricResource& resource() {
-    return static_cast<simulated::SimulatedBiometricResource&>(*home().biometricResource);
-  }
 
   host::SpringBoardObservers observers;
   std::optional<host::BiometricEventRelay> relay{std::in_place};

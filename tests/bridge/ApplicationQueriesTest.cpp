@@ -17,16 +17,14 @@ class ApplicationQueries : public BridgeTest {
   }
 };
 
-struct KnownCase {
-  const char* identifier;
-  std::optional<std::string> name;
-  bool isApplication;
-  bool isSystem;
-  bool isHidden;
-};
-
 TEST_F(ApplicationQueries, AreAnsweredAlikeInBothProcesses) {
-  const KnownCase cases[] = {
+  const struct {
+    const char* identifier;
+    std::optional<std::string> name;
+    bool isApplication;
+    bool isSystem;
+    bool isHidden;
+  } cases[] = {
       {"com.example.mail", "Mail", true, true, false},
       {"com.example.game", "Game", true, false, true},
       {"com.example.anonymous", std::nullopt, true, false, false},
@@ -35,13 +33,13 @@ TEST_F(ApplicationQueries, AreAnsweredAlikeInBothProcesses) {
       {"\xFF\xFE", std::nullopt, false, false, false},
       {"", std::nullopt, false, false, false},
   };
-  const auto check = [](const KnownCase& known) {
+  const auto check = [](const auto& known) {
     EXPECT_EQ(SNUtils::appName(known.identifier), known.name);
     EXPECT_EQ(SNUtils::isApplication(known.identifier), known.isApplication);
     EXPECT_EQ(SNUtils::isSystemApplication(known.identifier), known.isSystem);
     EXPECT_EQ(SNUtils::isHiddenApp(known.identifier), known.isHidden);
   };
-  for (const KnownCase& known : cases) {
+  for (const auto& known : cases) {
     SCOPED_TRACE(known.identifier);
     check(known);
     EXPECT_THAT(takeRequests(), IsEmpty());

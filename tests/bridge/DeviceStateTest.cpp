@@ -13,8 +13,7 @@ class DeviceState : public BridgeTest {};
 TEST_F(DeviceState, ReadsTheSystemVersionAsANumber) {
   const std::pair<const char*, int> versions[] = {
       {"8.4.1", 8}, {"9", 9},     {"9.3.5", 9},   {"10.0", 10}, {"11.4.1", 11}, {"12.0", 12},
-      {"13.7", 13}, {"14.0", 14}, {"15.0.2", 15}, {"", 0},      {"beta", 0},
-  };
+      {"13.7", 13}, {"14.0", 14}, {"15.0.2", 15}, {"", 0},      {"beta", 0}};
   bool (*const questions[])() = {SNUtils::isIOS9,  SNUtils::isIOS10, SNUtils::isIOS11,
                                  SNUtils::isIOS12, SNUtils::isIOS13, SNUtils::isIOS14};
   for (const auto& [text, version] : versions) {
@@ -61,13 +60,6 @@ TEST_F(DeviceState, LockIsAskedOfTheApplicationObjectThenOfTheLockScreen) {
   EXPECT_FALSE(SNUtils::isDeviceLocked());
 }
 
-TEST_F(DeviceState, FingerIsOnWhenTheHomeScreensResourceSaysSo) {
-  device.sensor().isFingerOn = true;
-  EXPECT_TRUE(SNUtils::isFingerOn());
-  home().biometricResource = nullptr;
-  EXPECT_FALSE(SNUtils::isFingerOn());
-}
-
 TEST_F(DeviceState, DarkModeIsTheMainScreensInTheHomeScreenAlone) {
   EXPECT_FALSE(SNUtils::isDarkModeEnabled());
   device.screen().setUserInterfaceStyle(UIUserInterfaceStyle::dark);
@@ -84,7 +76,9 @@ TEST_F(DeviceState, TheHomeScreenNeverAsksItself) {
   device.screen().setUserInterfaceStyle(std::nullopt);
   EXPECT_FALSE(SNUtils::isDarkModeEnabled());
   EXPECT_FALSE(inApp([] { return SNUtils::isDarkModeEnabled(); }));
+  device.sensor().isFingerOn = true;
   home().biometricResource = nullptr;
+  EXPECT_FALSE(SNUtils::isFingerOn());
   home().biometricKit = nullptr;
   EXPECT_FALSE(inApp([] { return SNUtils::isBioMetricsSupported(); }));
   home().applicationController = nullptr;
@@ -117,20 +111,17 @@ TEST_F(DeviceState, ValuesOfTheHookingSideStayInTheirProcess) {
   SNUtils::setLockscreenAsDimmed(true);
   EXPECT_EQ(SNUtils::dispatchDelayFromCC(), Seconds(0.5));
   EXPECT_TRUE(SNUtils::__isLockscreenAsDimmed());
+  SNUtils::setCurrentAuthenticatedAppBundleId("com.example.app");
   inApp([] {
     EXPECT_FALSE(SNUtils::__isRequestingFromCC());
     EXPECT_FALSE(SNUtils::__isLockscreenAsDimmed());
+    EXPECT_EQ(SNUtils::__currentAuthenticatedAppBundleId(), std::nullopt);
   });
-}
-
-TEST_F(DeviceState, ForgettingTheAuthenticatedAppEndsTheControlCentresRequest) {
-  SNUtils::setRequestingFromCC(true);
-  SNUtils::setCurrentAuthenticatedAppBundleId("com.example.app");
   EXPECT_EQ(SNUtils::__currentAuthenticatedAppBundleId(), "com.example.app");
   EXPECT_TRUE(SNUtils::__isRequestingFromCC());
   SNUtils::setCurrentAuthenticatedAppBundleId(std::nullopt);
   EXPECT_EQ(SNUtils::__currentAuthenticatedAppBundleId(), std::nullopt);
-  EXPECT_FALSE(SNUtils::__isRequestingFromCC());
+  EXPECT_FALSE(SNUtils::__isRequestingFromCC()) << "ends with the authenticated application";
 }
 
 TEST_F(DeviceState, TheOperationQueueIsMadeOnceAProcess) {
@@ -157,12 +148,10 @@ TEST_F(InstalledExtensions, NeedEveryOneOfTheirFiles) {
     std::vector<std::string> files;
   };
   device.system().model = "iPhone10,3";
-  const Case cases[] = {
-      {SNUtils::isFlipSwitchInstalled, {"Flipswitch", "FlipControlCenter"}},
-      {SNUtils::isSentrelInstalled, {"Sentrel"}},
-      {SNUtils::isCallBarInstalled, {"CallBarX", "InCallCallBar"}},
-      {SNUtils::isLockDownInstalled, {"lockdown"}},
-  };
+  const Case cases[] = {{SNUtils::isFlipSwitchInstalled, {"Flipswitch", "FlipControlCenter"}},
+                        {SNUtils::isSentrelInstalled, {"Sentrel"}},
+                        {SNUtils::isCallBarInstalled, {"CallBarX", "InCallCallBar"}},
+                        {SNUtils::isLockDownInstalled, {"lockdown"}}};
   for (const Case& extension : cases) {
     SCOPED_TRACE(extension.files.front());
     EXPECT_FALSE(extension.isInstalled());
@@ -182,8 +171,7 @@ TEST_F(InstalledExtensions, LockdownIsLookedForOnOldPhonesOnly) {
   const std::pair<const char*, bool> models[] = {
       {"iPhone10,6", true}, {"iPhone11,2", false}, {"iPhone9,1", true}, {"iPhone", true},
       {"", true},           {"iPad13,4", true},    {"x86_64", true},    {"iPhone12", false},
-      {"12,1", false},
-  };
+      {"12,1", false}};
   for (const auto& [model, isLookedFor] : models) {
     device.system().model = model;
     EXPECT_EQ(SNUtils::isLockDownInstalled(), isLookedFor) << model;

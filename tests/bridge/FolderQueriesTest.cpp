@@ -56,6 +56,11 @@ TEST_F(FolderQueries, AnApplicationOnTheHomeScreenItselfHasNoFolder) {
 TEST_F(FolderQueries, EveryAnswerAboutAFolderIsLogged) {
   showIconsToApp();
   enableLogging();
+  const auto found = inApp([] { return data("com.example.go"); });
+  inApp([] { data("com.example.mail"); });
+  ASSERT_TRUE(found);
+  EXPECT_THAT(takeAppLog(),
+              ElementsAre("isFolderProtected (com.example.go) -> iconsData: " + describe(*found)));
   const auto mail = device.homeScreen().icon("com.example.mail");
   inApp([&] {
     hasFolder("com.example.mail");
@@ -89,16 +94,6 @@ TEST_F(FolderQueries, DataHoldTheIconAndTheRecordOfItsFolder) {
     EXPECT_EQ(data(""), std::nullopt);
   });
   EXPECT_EQ(takeRequests().size(), 2u);
-}
-
-TEST_F(FolderQueries, DataAreLogged) {
-  showIconsToApp();
-  enableLogging();
-  const auto found = inApp([] { return data("com.example.go"); });
-  inApp([] { data("com.example.mail"); });
-  ASSERT_TRUE(found);
-  EXPECT_THAT(takeAppLog(),
-              ElementsAre("isFolderProtected (com.example.go) -> iconsData: " + describe(*found)));
 }
 
 TEST_F(FolderQueries, TheFirstIconOfThatIdentifierDecides) {

@@ -124,35 +124,6 @@ TEST_F(RemoteQueries, ReadAMissingEmptyOrSenselessReplyAsNothing) {
 /// The home screen's real answers.
 class SpringBoardReplies : public BridgeTest {};
 
-TEST_F(SpringBoardReplies, AreWhatTheHomeScreenComputes) {
-  struct Change {
-    std::string_view message;
-    bool (*query)();
-    std::function<void()> makeYes;
-  };
-  device.lock().setPasscodeSet(false);
-  device.sensor().isPearlIDCapable = false;
-  const Change changes[] = {
-      {messages::IsTouchIDSupported::name, SNUtils::isBioMetricsSupported,
-       [this] { device.sensor().isTouchIDCapable = true; }},
-      {messages::IsPasscodeSet::name, SNUtils::isDeviceHasPasscode,
-       [this] { device.lock().setPasscodeSet(true); }},
-      {messages::IsDeviceLocked::name, SNUtils::isDeviceLocked,
-       [this] { device.lock().setLocked(true); }},
-      {messages::IsDarkModeEnabled::name, SNUtils::isDarkModeEnabled,
-       [this] { device.screen().setUserInterfaceStyle(UIUserInterfaceStyle::dark); }},
-      {messages::IsFingerOn::name, SNUtils::isFingerOn,
-       [this] { device.sensor().isFingerOn = true; }},
-  };
-  for (const Change& change : changes) {
-    SCOPED_TRACE(change.message);
-    EXPECT_FALSE(inApp(change.query));
-    change.makeYes();
-    EXPECT_TRUE(inApp(change.query));
-    EXPECT_EQ(takeRequests(), Lines(2, std::string(change.message)));
-  }
-}
-
 TEST_F(SpringBoardReplies, AreNotLoggedWithoutALabel) {
   struct Sender {
     const char* message;

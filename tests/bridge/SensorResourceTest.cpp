@@ -27,10 +27,6 @@ class Listener final : public BiometricObserver {
 
 class SensorResource : public BridgeTest {
  protected:
-  simulated::SimulatedBiometricResource& resource() {
-    return static_cast<simulated::SimulatedBiometricResource&>(*home().biometricResource);
-  }
-
   void tellEvent(UserInfo payload) {
     SNUtils::postCFDistributedNotification("com.quorvin.sentrelPearlIDNotification", payload);
     device.time().runDue();
@@ -143,12 +139,16 @@ TEST_F(SensorResource, AnApplicationHearsOfEventsFromStartToStop) {
   EXPECT_THAT(listener->events, ElementsAre(1, -3, 0, 0, 4));
 }
 
-TEST_F(SensorResource, OnlyAnObserverThatAsksForEventsHearsThem) {
+TEST_F(SensorResource, OnlyAnObserverThatAsksForEventsAndIsThereHearsThem) {
   startInApp(listener, /*shouldAddDarwinObserver=*/false);
   SNUtils::startBioMetricsResource(other, /*shouldAddDarwinObserver=*/true);
   tellEvent(PropertyList::Dictionary{{"EC", 1}});
   EXPECT_THAT(listener->events, IsEmpty());
   EXPECT_THAT(other->events, IsEmpty()) << "the home screen has the sensor itself";
+  startInApp(listener, /*shouldAddDarwinObserver=*/true);
+  const std::weak_ptr gone = std::exchange(listener, nullptr);
+  tellEvent(PropertyList::Dictionary{{"EC", 1}});
+  EXPECT_TRUE(gone.expired()) << "nobody keeps it";
 }
 
 TEST_F(SensorResource, EventsAreLoggedWithTheirPayload) {
@@ -187,13 +187,6 @@ TEST_F(SensorResource, WithoutAnObserverTheMonitorHears) {
   EXPECT_THAT(resource().observers(), ElementsAre(SNTouchIDManager::sharedManager()));
   SNUtils::stopBioMetricsResource();
   EXPECT_THAT(resource().observers(), IsEmpty());
-}
-
-TEST_F(SensorResource, AnObserverThatIsGoneHearsNothing) {
-  startInApp(listener, /*shouldAddDarwinObserver=*/true);
-  const std::weak_ptr gone = std::exchange(listener, nullptr);
-  tellEvent(PropertyList::Dictionary{{"EC", 1}});
-  EXPECT_TRUE(gone.expired()) << "nobody keeps it";
 }
 
 class PresenceDetection : public SensorResource {

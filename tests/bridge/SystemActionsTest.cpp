@@ -111,31 +111,25 @@ TEST_F(LockingTheDevice, AnOldApplicationThatCannotLockSaysSo) {
 }
 
 TEST_F(LockingTheDevice, ANewApplicationHasTheHomeScreenDoIt) {
+  const host::SpringBoardObservers observers;
   device.system().version = "12.0";
   away().lockScreenManager = simulated::makeLockScreenManager(device.sharedLock());
   inApp([] { SNUtils::lockUI(); });
-  EXPECT_THAT(postedNames(), ElementsAre(lockRequest));
-  inApp([] { SNUtils::lockUI(/*force=*/true); });
-  EXPECT_THAT(postedNames(), ElementsAre(lockRequest, forceLockRequest));
-  inApp([] { SNUtils::lockUI(/*force=*/false); });
-  EXPECT_THAT(postedNames(), ElementsAre(lockRequest, forceLockRequest, lockRequest));
   EXPECT_THAT(journal(), IsEmpty());
+  device.time().runDue();
+  EXPECT_THAT(journal(), ElementsAre("lockDevice"));
+  inApp([] { SNUtils::lockUI(/*force=*/false); });
+  inApp([] { SNUtils::lockUI(/*force=*/true); });
+  device.lock().setLocked(false);
+  device.time().runDue();
+  EXPECT_THAT(journal(), ElementsAre("lockDevice", "_relockUIForButtonPress YES NO"));
+  EXPECT_THAT(postedNames(), ElementsAre(lockRequest, lockRequest, forceLockRequest));
+  device.time().runUntilIdle();
+  device.lock().setLocked(false);
+  journal();
   away().passcodeManager = simulated::makePasscodeManager(device.sharedLock());
   inApp([] { SNUtils::lockUI(); });
   EXPECT_EQ(postedNames().size(), 3u) << "it can lock by itself now";
-  EXPECT_THAT(journal(), ElementsAre("lockDevice"));
-}
-
-TEST_F(LockingTheDevice, TheHomeScreenActsOnTheRequests) {
-  const host::SpringBoardObservers observers;
-  inApp([] { SNUtils::lockUI(/*force=*/true); });
-  device.time().runDue();
-  EXPECT_THAT(journal(), ElementsAre("_relockUIForButtonPress YES NO"));
-  device.time().runUntilIdle();
-  device.journal().take();
-  device.lock().setLocked(false);
-  inApp([] { SNUtils::lockUI(); });
-  device.time().runDue();
   EXPECT_THAT(journal(), ElementsAre("lockDevice"));
 }
 
@@ -192,13 +186,10 @@ TEST_F(SuspendingTheFrontMostApp, TakesTheFirstWayThereIs) {
   EXPECT_THAT(suspend(), IsEmpty());
 }
 
-TEST_F(SuspendingTheFrontMostApp, WithNothingAtTheFrontNothingIsSuspended) {
+TEST_F(SuspendingTheFrontMostApp, IsForWhatIsAtTheFrontAndElseForTheHomeButton) {
   device.applications().setFront(std::nullopt);
   SNUtils::suspendFrontMostApp();
   EXPECT_THAT(device.journal().lines(), IsEmpty());
-}
-
-TEST_F(SuspendingTheFrontMostApp, WhereNobodyTellsWhatIsAtTheFrontHomeIsPressed) {
   home().springBoard->_accessibilityFrontMostApplication = nullptr;
   EXPECT_THAT(suspend(), ElementsAre("press the home button"));
 }

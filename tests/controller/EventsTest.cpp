@@ -260,11 +260,8 @@ TEST_F(Events, RestartNoSensorOnTheTurnOnWhichTheRequestEnds) {
 
 class EventLog : public BridgeTest {
  protected:
-  void startApp(const std::string& version, bool hasFaceID) {
-    device.system().version = version;
-    device.sensor().isPearlIDCapable = hasFaceID;
-    device.sensor().isTouchIDCapable = !hasFaceID;
-    app = device.launch(std::string(appIdentifier));
+  void startApp(bool hasFaceID) {
+    restartApp("14.0", hasFaceID);
     enableLogging();
     inApp([] { SNAuthenticationViewController::sharedInstance()->authenticationView(); });
     inApp([] { SentrelController::sharedInstance(); });
@@ -280,7 +277,7 @@ class EventLog : public BridgeTest {
 };
 
 TEST_F(EventLog, NamesEachResultWithItsTwoModifiedCodes) {
-  startApp("14.0", /*hasFaceID=*/false);
+  startApp(/*hasFaceID=*/false);
   Lines lines = logOf(12);
   std::erase_if(lines,
                 [](const std::string& line) { return line.find("response") != std::string::npos; });
@@ -291,7 +288,7 @@ TEST_F(EventLog, NamesEachResultWithItsTwoModifiedCodes) {
 }
 
 TEST_F(EventLog, TellsOfASecondMatchAndOfWhatIsOnlyObserved) {
-  startApp("14.0", /*hasFaceID=*/true);
+  startApp(/*hasFaceID=*/true);
   constexpr const char* dropped =
       "Sentrel was authenticated just a moments ago, hence not doing anything...";
   EXPECT_THAT(logOf(3), testing::Not(Contains(dropped)));

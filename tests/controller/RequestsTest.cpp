@@ -132,10 +132,15 @@ class Requests : public PromptTest {
   std::shared_ptr<PSSpecifier> pane = std::make_shared<Pane>();
 };
 
-TEST_F(Requests, PromptInTheirNameAndRecordTheirKeyOnSuccess) {
+TEST_F(Requests, PromptInTheirNameAndRecordTheirKeyOnSuccessAlone) {
   for (const Kind& kind : kinds()) {
     SCOPED_TRACE(kind.name);
     startWithItems(/*areProtected=*/true);
+    kind.ask(controller(), presenter(), noting("cancelled"));
+    advance(1);
+    EXPECT_TRUE(tapButton("Cancel"));
+    advance(1);
+    EXPECT_THAT(takeHappened(), ElementsAre("cancelled NO NO"));
     kind.ask(controller(), presenter(), noting());
     EXPECT_THAT(happened, IsEmpty());
     advance(1);
@@ -153,19 +158,6 @@ TEST_F(Requests, PromptInTheirNameAndRecordTheirKeyOnSuccess) {
     EXPECT_THAT(takeHappened(), ElementsAre("ended YES YES"));
     EXPECT_EQ(keys(), kind.key.empty() ? Lines() : Lines{kind.key});
     EXPECT_TRUE(overlay->isHidden());
-  }
-}
-
-TEST_F(Requests, RecordNothingWithoutSuccess) {
-  for (const Kind& kind : kinds()) {
-    SCOPED_TRACE(kind.name);
-    startWithItems(/*areProtected=*/true);
-    kind.ask(controller(), presenter(), noting());
-    advance(1);
-    EXPECT_TRUE(tapButton("Cancel"));
-    advance(1);
-    EXPECT_THAT(takeHappened(), ElementsAre("ended NO NO"));
-    EXPECT_THAT(keys(), IsEmpty());
   }
 }
 

@@ -94,15 +94,13 @@ TEST_F(Start, AnOrdinaryApplicationAsksTheHomeScreenWhetherAPromptShows) {
 TEST(BulletinRequest, CarriesItsTagsFromZeroAndNoOn) {
   BBBulletinRequest request;
   BBBulletinRequest other;
-  EXPECT_EQ(sn__FeedIndex(request), 0u);
-  EXPECT_FALSE(sn__Protected(request));
+  EXPECT_EQ(sn__FeedIndex(other), 0u);
+  EXPECT_FALSE(sn__Protected(other));
   setSn__FeedIndex(request, ~std::uint64_t{0});
   setSn__Protected(request, true);
+  setSn__Protected(other, true);
   EXPECT_EQ(sn__FeedIndex(request), ~std::uint64_t{0});
   EXPECT_TRUE(sn__Protected(request));
-  setSn__Protected(request, false);
-  EXPECT_FALSE(sn__Protected(request));
-  EXPECT_EQ(sn__FeedIndex(request), ~std::uint64_t{0});
   EXPECT_EQ(sn__FeedIndex(other), 0u);
 }
 

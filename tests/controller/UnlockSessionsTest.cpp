@@ -31,6 +31,10 @@ class UnlockSessions : public TwoProcesses {
 
   bool covers(const SessionItem& item) { return controller().shouldIgnoreAuthentication(item); }
 
+  void unlockInApp(const SessionKey& key) {
+    inApp([&] { SentrelController::sharedInstance().updateLastAuthenticationTime(key); });
+  }
+
   bool coversInApp(const SessionItem& item) {
     return inApp(
         [&] { return SentrelController::sharedInstance().shouldIgnoreAuthentication(item); });
@@ -41,6 +45,8 @@ TEST_F(UnlockSessions, TimedSessionCoversItsKeyUpToAndIncludingItsLastMoment) {
   for (const double minutes : {2.5, 0.0}) {
     useSessions(Mode::timed, /*applyToAll=*/false, minutes);
     unlock("a");
+    device.time().advance(40s);
+    unlock("a");
     EXPECT_TRUE(covers("a"));
     EXPECT_FALSE(covers("b"));
     device.time().advance(minutes * 60s);
@@ -48,15 +54,6 @@ TEST_F(UnlockSessions, TimedSessionCoversItsKeyUpToAndIncludingItsLastMoment) {
     device.time().advance(1ms);
     EXPECT_FALSE(covers("a"));
   }
-}
-
-TEST_F(UnlockSessions, AnotherSuccessStartsTheTimeAnew) {
-  useSessions(Mode::timed, /*applyToAll=*/false, 1);
-  unlock("a");
-  device.time().advance(40s);
-  unlock("a");
-  device.time().advance(40s);
-  EXPECT_TRUE(covers("a"));
 }
 
 TEST_F(UnlockSessions, TimedSessionForAllIsCountedFromTheLastSuccessOfAnyKey) {
@@ -70,13 +67,8 @@ TEST_F(UnlockSessions, TimedSessionForAllIsCountedFromTheLastSuccessOfAnyKey) {
   EXPECT_TRUE(covers("never unlocked"));
   device.time().advance(1s);
   EXPECT_FALSE(covers("b"));
-}
-
-TEST_F(UnlockSessions, ClockSetBackLeavesATimedSessionOpen) {
-  useSessions(Mode::timed);
-  unlock("a");
   device.time().setWallClock(device.time().now() - Seconds(24h));
-  EXPECT_TRUE(covers("a"));
+  EXPECT_TRUE(covers("b")) << "a clock set back leaves it open";
 }
 
 TEST_F(UnlockSessions, UntilLockSessionIgnoresTheTimeAndEndsWithTheLock) {
@@ -91,20 +83,15 @@ TEST_F(UnlockSessions, UntilLockSessionIgnoresTheTimeAndEndsWithTheLock) {
   EXPECT_FALSE(covers("a"));
 }
 
-TEST_F(UnlockSessions, UntilLockSessionForAllNeedsOneSuccessOfAnyKey) {
-  useSessions(Mode::untilLock, /*applyToAll=*/true);
-  EXPECT_FALSE(covers("a"));
-  unlock("a");
-  EXPECT_TRUE(covers("b"));
-  controller().deviceLocked();
-  EXPECT_FALSE(covers("a"));
-}
-
-TEST_F(UnlockSessions, TimedSessionOutlivesALock) {
-  useSessions(Mode::timed);
-  unlock("a");
-  controller().deviceLocked();
-  EXPECT_TRUE(covers("a"));
+TEST_F(UnlockSessions, SessionForAllNeedsOneSuccessOfAnyKeyAndOnlyATimedOneOutlivesALock) {
+  for (const Mode mode : {Mode::timed, Mode::untilLock}) {
+    useSessions(mode, /*applyToAll=*/true);
+    EXPECT_FALSE(covers("a"));
+    unlock("a");
+    EXPECT_TRUE(covers("b"));
+    controller().deviceLocked();
+    EXPECT_EQ(covers("a"), mode == Mode::timed);
+  }
 }
 
 TEST_F(UnlockSessions, SwitchedOffRecordsAndAnswersNothing) {
@@ -116,13 +103,6 @@ TEST_F(UnlockSessions, SwitchedOffRecordsAndAnswersNothing) {
   useSessions(Mode::timed);
   EXPECT_TRUE(covers("a"));
   EXPECT_FALSE(covers("b"));
-}
-
-TEST_F(UnlockSessions, NoKeyRecordsNothing) {
-  useSessions(Mode::timed, /*applyToAll=*/true);
-  controller().updateLastAuthenticationTime(std::nullopt);
-  EXPECT_FALSE(controller().lastUnlockedTime());
-  EXPECT_FALSE(covers("a"));
 }
 
 TEST_F(UnlockSessions, ObjectIsCoveredByItsIdentityAlone) {
@@ -146,7 +126,7 @@ TEST_F(UnlockSessions, RecordIsAnotherKeyEachTime) {
 
 TEST_F(UnlockSessions, ApplicationRecordsHereAndThereAndAsksOnlyTheHomeScreen) {
   useSessions(Mode::timed);
-  inApp([] { SentrelController::sharedInstance().updateLastAuthenticationTime(SessionKey("a")); });
+  unlockInApp(SessionKey("a"));
   EXPECT_TRUE(covers("a"));
   EXPECT_TRUE(coversInApp("a"));
   EXPECT_TRUE(app->process().controller().lastUnlockedTime());
@@ -161,19 +141,15 @@ TEST_F(UnlockSessions, ApplicationRecordsHereAndThereAndAsksOnlyTheHomeScreen) {
 
 TEST_F(UnlockSessions, ApplicationWithoutAHomeScreenHasNoSession) {
   useSessions(Mode::timed, /*applyToAll=*/true);
-  inApp([] { SentrelController::sharedInstance().updateLastAuthenticationTime(SessionKey("a")); });
+  unlockInApp(SessionKey("a"));
   device.messages().setResponder(std::string(messageChannelName), {}, {});
   EXPECT_FALSE(coversInApp("a"));
 }
 
-TEST_F(UnlockSessions, ApplicationAsksNothingWhileSessionsAreOff) {
+TEST_F(UnlockSessions, ApplicationAsksNothingWhileSessionsAreOffOrAboutWhatCannotTravel) {
   useSessions(Mode::off);
-  inApp([] { SentrelController::sharedInstance().updateLastAuthenticationTime(SessionKey("a")); });
+  unlockInApp(SessionKey("a"));
   EXPECT_FALSE(coversInApp("a"));
-  EXPECT_TRUE(device.messages().sent().empty());
-}
-
-TEST_F(UnlockSessions, ObjectThatCannotTravelStaysLockedInAnApplication) {
   useSessions(Mode::untilLock, /*applyToAll=*/true);
   unlock("a");
   const int folder = 0;
@@ -183,19 +159,14 @@ TEST_F(UnlockSessions, ObjectThatCannotTravelStaysLockedInAnApplication) {
 
 TEST_F(UnlockSessions, RecordFromAnApplicationIsCoveredOnlyWhenOneSuccessOpensAll) {
   const PropertyList record = PropertyList::Dictionary{{"SentrelFolderDisplayName", "Games"}};
-  const auto recordInApp = [&] {
-    inApp([&] {
-      SentrelController::sharedInstance().updateLastAuthenticationTime(SessionKey::record(record));
-    });
-  };
   useSessions(Mode::timed);
-  recordInApp();
+  unlockInApp(SessionKey::record(record));
   EXPECT_FALSE(coversInApp(SessionItem::record(record)));
   useSessions(Mode::timed, /*applyToAll=*/true);
   EXPECT_TRUE(coversInApp(SessionItem::record(record)));
 }
 
-TEST_F(UnlockSessions, MalformedSessionMessagesOpenNothing) {
+TEST_F(UnlockSessions, NoKeyAndMalformedMessagesOpenNothing) {
   useSessions(Mode::timed, /*applyToAll=*/true);
   const std::string unlocked(messages::Unlocked::name);
   const std::string lastUnlocked(messages::LastUnlocked::name);
@@ -203,6 +174,7 @@ TEST_F(UnlockSessions, MalformedSessionMessagesOpenNothing) {
     return device.messages().send("com.example.app", std::string(messageChannelName), name,
                                   userInfo);
   };
+  controller().updateLastAuthenticationTime(std::nullopt);
   send(unlocked, std::nullopt);
   send(unlocked, PropertyList::Dictionary{{"Other", "a"}});
   EXPECT_FALSE(controller().lastUnlockedTime());

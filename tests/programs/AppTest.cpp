@@ -89,8 +89,7 @@ TEST_F(App, ObeysEveryWholeLineToTheEndOfTheInput) {
       {"one byte too long", indented(65537, "ask") + "\nask " + maps, "NO\n", ignored},
       {"two of them", indented(70'000, "ask") + "\n" + indented(70'000, "ask") + "\nask " + maps,
        "NO\n", ignored + ignored},
-      {"at the end", "ask\n" + indented(70'000, "ask"), "YES\n", ignored},
-  };
+      {"at the end", "ask\n" + indented(70'000, "ask"), "YES\n", ignored}};
   for (const auto& c : cases) {
     SCOPED_TRACE(c.what);
     const ProgramResult result = run("sentrel-app", {notes}, c.input);
@@ -187,8 +186,7 @@ TEST_F(AppOnThePhone, IsToldEverythingByTheHomeScreenAndNothingWithoutOne) {
       {{"locked"}, "YES\n0"},
       {{"dark"}, "NO\n1"},
       {{"finger"}, "YES\n0"},
-      {{"suspend"}, "OK\n0"},
-  };
+      {{"suspend"}, "OK\n0"}};
   const auto answerAlone = [](const std::string& answer) {
     const bool isText =
         !answer.starts_with("YES") && !answer.starts_with("NO\n") && !answer.starts_with("OK");
@@ -217,11 +215,9 @@ TEST_F(AppOnThePhone, WaitsForPhotosOnlyAsLongAsSomebodyAsks) {
     const char* answer;
     int code;
     const char* session;
-  } cases[] = {
-      {"matched", [](auto& it) { it.say("sensor 3"); }, "OK", 0, "YES\n0"},
-      {"locked", [](auto& it) { it.say("lock"); }, "NO", 1, "NO\n1"},
-      {"killed", [](auto& it) { kill(it.process(), SIGTERM); }, "NO", 1, "NO\n1"},
-  };
+  } cases[] = {{"matched", [](auto& it) { it.say("sensor 3"); }, "OK", 0, "YES\n0"},
+               {"locked", [](auto& it) { it.say("lock"); }, "NO", 1, "NO\n1"},
+               {"killed", [](auto& it) { kill(it.process(), SIGTERM); }, "NO", 1, "NO\n1"}};
   installSystem("10.3.1");
   EXPECT_EQ(answer({photos, "photos"}), "NO\n1");
   for (const auto& c : cases) {

@@ -20,8 +20,8 @@
 #include "sentrel/settings/SettingsKeys.h"
 #include "tests/programs/ProgramRun.h"
 #include "tests/programs/RunningProgram.h"
-#include "tests/support/TemporaryFolder.h"
 #include "tests/support/BusTesting.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace sentrel {
 namespace {
@@ -55,6 +55,20 @@ class Sentrelctl : public ::testing::Test {
   void writeRaw(const std::string& content) {
     std::filesystem::create_directories(std::filesystem::path(settingsFile()).parent_path());
     root.put(std::string(settingsFilePath), content);
+  }
+
+  using Call = std::vector<std::string>;
+
+  /// Each call is refused in one line that holds `reason`.
+  void expectRefusals(const std::vector<Call>& calls, const std::string& reason) {
+    for (const Call& call : calls) {
+      SCOPED_TRACE(::testing::PrintToString(call));
+      const ProgramResult result = run(call);
+      EXPECT_EQ(result.code, 3);
+      EXPECT_EQ(result.output, "");
+      EXPECT_NE(result.errors.find(reason), std::string::npos) << result.errors;
+      EXPECT_TRUE(isOneLine(result.errors)) << result.errors;
+    }
   }
 
   TemporaryFolder root;
@@ -126,28 +140,34 @@ TEST_F(Sentrelctl, EndsWithTheCodeThatSaysHowItWent) {
   EXPECT_TRUE(stored().empty());
 }
 
-TEST_F(Sentrelctl, SaysSoWhenThereIsNoFileToReadOrItIsDamagedAndLeavesItAsItIs) {
-  const std::vector<std::string> calls[] = {{"show"},
-                                            {"get", "SentrelEnabled"},
-                                            {"set", "SentrelEnabled", "NO"},
-                                            {"folders", "list"},
-                                            {"networks", "trusted"},
-                                            {"explain", "com.example.notes"}};
+TEST_F(Sentrelctl, SaysSoWhenTheFileIsMissingDamagedOrWouldLoseSomethingAndLeavesItAsItIs) {
+  const std::vector<Call> calls = {{"show"},
+                                   {"get", "SentrelEnabled"},
+                                   {"set", "SentrelEnabled", "NO"},
+                                   {"folders", "list"},
+                                   {"networks", "trusted"},
+                                   {"explain", "com.example.notes"}};
   const std::string damaged = "<plist><dict><key>SentrelEnabled</key><true/>";
-  for (const bool isDamaged : {false, true}) {
-    if (isDamaged) writeRaw(damaged);
-    for (const auto& call : calls) {
-      SCOPED_TRACE(call.front() + (isDamaged ? ", damaged" : ", missing"));
-      const ProgramResult result = run(call);
-      EXPECT_EQ(result.code, 3);
-      EXPECT_EQ(result.output, "");
-      EXPECT_NE(result.errors.find(settingsFile()), std::string::npos) << result.errors;
-      EXPECT_TRUE(isOneLine(result.errors)) << result.errors;
-    }
-  }
+  expectRefusals(calls, settingsFile());
+  writeRaw(damaged);
+  expectRefusals(calls, settingsFile());
   EXPECT_EQ(run({"create"}).code, 3);
   EXPECT_EQ(run({"check"}).code, 1);
   EXPECT_EQ(root.content(std::string(settingsFilePath)), damaged);
+  const std::string noLists = R"(<plist><dict>
+    <key>SentrelApplications</key><string>com.example.notes</string>
+    <key>SentrelTrustedNetworks</key><string>home</string>
+    <key>SentrelFolders</key><string>Work</string>
+  </dict></plist>)";
+  writeRaw(noLists);
+  expectRefusals({{"add", "SentrelApplications", "com.example.maps"},
+                  {"drop", "SentrelApplications", "com.example.notes"},
+                  {"networks", "trust", "other"},
+                  {"networks", "distrust", "home"},
+                  {"folders", "protect", "com.example.chess"},
+                  {"folders", "unprotect", "com.example.chess"}},
+                 "is no list");
+  EXPECT_EQ(root.content(std::string(settingsFilePath)), noLists);
 }
 
 TEST_F(Sentrelctl, TellsAFileThatCannotBeWrittenFromAValueThatCannotBeToggled) {
@@ -313,27 +333,6 @@ TEST_F(Sentrelctl, SaysWhatASetKeepsOutOrIn) {
   EXPECT_EQ(run({"get", "SentrelSettingsBundles"}).output, "WLAN, Sentrel\n");
 }
 
-TEST_F(Sentrelctl, ReplacesNothingThatItWouldLose) {
-  const std::string content = R"(<plist><dict>
-    <key>SentrelApplications</key><string>com.example.notes</string>
-    <key>SentrelTrustedNetworks</key><string>home</string>
-    <key>SentrelFolders</key><string>Work</string>
-  </dict></plist>)";
-  writeRaw(content);
-  const std::vector<std::string> calls[] = {{"add", "SentrelApplications", "com.example.maps"},
-                                            {"drop", "SentrelApplications", "com.example.notes"},
-                                            {"networks", "trust", "other"},
-                                            {"networks", "distrust", "home"},
-                                            {"folders", "protect", "com.example.chess"},
-                                            {"folders", "unprotect", "com.example.chess"}};
-  for (const auto& call : calls) {
-    const ProgramResult result = run(call);
-    EXPECT_EQ(result.code, 3) << call[0] << " " << call[1];
-    EXPECT_NE(result.errors.find("is no list"), std::string::npos) << result.errors;
-  }
-  EXPECT_EQ(root.content(std::string(settingsFilePath)), content);
-}
-
 TEST_F(Sentrelctl, ExplainsEachStepInItsOrder) {
   create({{"SentrelApplications", "com.apple.mobileslideshow"},
           {"SentrelCallerIDRemoveFromLockScreen", "YES"}});
@@ -480,19 +479,16 @@ TEST_F(SentrelctlOnAPhone, AFolderIsExplainedWithTheSessionThatCoversIt) {
 }
 
 /// The preferences tool on a bus where this process listens.
-class SentrelctlOnABus : public bus::BusTest {
- protected:
-  TemporaryFolder root_;
-};
+class SentrelctlOnABus : public bus::BusTest {};
 
 TEST_F(SentrelctlOnABus, TellsEveryProcessOfANewFile) {
+  const TemporaryFolder root;
   bus::BusNotificationCenter center(connect(), bus::BusNotificationKind::darwin);
   int told = 0;
   const Observation observation = center.addObserver(std::string(notifications::settingsChanged),
                                                      [&told](const Notification&) { ++told; });
   EXPECT_EQ(
-      runProgram("sentrelctl", {"--root", root_.path(), "--bus", bus_.address(), "create"}).code,
-      0);
+      runProgram("sentrelctl", {"--root", root.path(), "--bus", bus_.address(), "create"}).code, 0);
   EXPECT_TRUE(bus::runUntil(*loop_, [&told] { return told == 1; }));
 }
 

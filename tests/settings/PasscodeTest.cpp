@@ -69,12 +69,10 @@ struct Vector {
   const char* stored;
 };
 
-constexpr Vector vectors[] = {
-    {"", "ElmvSfc8WnzJtz7tRnTMqg=="},
-    {"1234", "E0hP4cdYs/QV4edMPWZVZg=="},
-    {"Grüße, 世界", "kcws+4MJqPjL8tRveF6jRQ=="},
-    {"0123456789abcdef", "DYePAdSlti8IXomAUVspytc49XK01WkLnxJfb9u8yso="},
-};
+constexpr Vector vectors[] = {{"", "ElmvSfc8WnzJtz7tRnTMqg=="},
+                              {"1234", "E0hP4cdYs/QV4edMPWZVZg=="},
+                              {"Grüße, 世界", "kcws+4MJqPjL8tRveF6jRQ=="},
+                              {"0123456789abcdef", "DYePAdSlti8IXomAUVspytc49XK01WkLnxJfb9u8yso="}};
 
 TEST_F(Passcode, StoredFormIsThatOfTheCommandLine) {
   for (const Vector& vector : vectors) {
@@ -99,19 +97,17 @@ TEST_F(Passcode, OnlyTheExactTextIsValid) {
 }
 
 TEST_F(Passcode, NothingIsValidForWhatCannotBeRead) {
-  const PropertyList unreadable[] = {
-      "",
-      "1234",
-      "E0hP4cdYs/QV4edMPWZVZg",      // no padding
-      "E0hP4cdYs/QV4edMPWZVZg==\n",  // a line break
-      "E0hP4cdYs_QV4edMPWZVZg==",    // another alphabet
-      "E0hP4cdYs/QV4edMPWZV",        // no whole block
-      "VH9Ww6/zPINFHRXvx6x5Zg==",    // zeros for padding
-      "JOmODOii9O46xkgqPyfztg==",    // padding bytes that differ
-      "2T13flGqn6uwLXJc7/srIg==",    // deciphers to what is not UTF-8
-      PropertyList::Data{0x13, 0x48},
-      1234,
-  };
+  const PropertyList unreadable[] = {"",
+                                     "1234",
+                                     "E0hP4cdYs/QV4edMPWZVZg",      // no padding
+                                     "E0hP4cdYs/QV4edMPWZVZg==\n",  // a line break
+                                     "E0hP4cdYs_QV4edMPWZVZg==",    // another alphabet
+                                     "E0hP4cdYs/QV4edMPWZV",        // no whole block
+                                     "VH9Ww6/zPINFHRXvx6x5Zg==",    // zeros for padding
+                                     "JOmODOii9O46xkgqPyfztg==",    // padding bytes that differ
+                                     "2T13flGqn6uwLXJc7/srIg==",  // deciphers to what is not UTF-8
+                                     PropertyList::Data{0x13, 0x48},
+                                     1234};
   for (const PropertyList& stored : unreadable) {
     SCOPED_TRACE(describe(stored));
     usePasscode(stored);

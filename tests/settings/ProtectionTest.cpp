@@ -75,8 +75,7 @@ const ItemQuestion itemQuestions[] = {
     {"isControlCenterItemProtected", "SentrelControlCenter",
      askBy<&SNSettings::isControlCenterItemProtected>},
     {"isSystemServiceProtected", "SentrelApplications",
-     askBy<&SNSettings::isSystemServiceProtected>},
-};
+     askBy<&SNSettings::isSystemServiceProtected>}};
 
 TEST_F(Protection, EachItemQuestionConsultsItsOwnSet) {
   for (const ItemQuestion& question : itemQuestions) {
@@ -96,11 +95,9 @@ TEST_F(Protection, EachStepOfTheGateStopsAnItemAndIgnoringAllOtherPassesIt) {
     const char* name;
     std::function<void()> take;
   };
-  const Step steps[] = {
-      {"switched off", [this] { useEverythingBut("SentrelEnabled", false); }},
-      {"on a trusted network", [this] { device.wifi().joined = "home"; }},
-      {"inside a session", [this] { unlock("item"); }},
-  };
+  const Step steps[] = {{"switched off", [this] { useEverythingBut("SentrelEnabled", false); }},
+                        {"on a trusted network", [this] { device.wifi().joined = "home"; }},
+                        {"inside a session", [this] { unlock("item"); }}};
   for (const Step& step : steps)
     for (const ItemQuestion& question : itemQuestions) {
       SCOPED_TRACE(std::string(step.name) + ": " + question.name);
@@ -202,8 +199,7 @@ TEST_F(Protection, SystemServicesBelongToTheApplicationThatTheyBeginWith) {
        "école",
        true},
       {{""}, "anything", true},
-      {{}, "anything", false},
-  };
+      {{}, "anything", false}};
   for (const Service& service : services) {
     SCOPED_TRACE(service.service);
     useEverythingBut("SentrelApplications", service.applications);
@@ -214,13 +210,11 @@ TEST_F(Protection, SystemServicesBelongToTheApplicationThatTheyBeginWith) {
 
 TEST_F(Protection, ManyAndLongServicesAreAnsweredLikeAnyOther) {
   useEverythingBut("SentrelApplications", Array{"com.example.app"});
-  for (int round = 0; round < 2; ++round)
-    for (int i = 0; i < 5000; ++i) {
-      const bool isProtected = i % 3 == 0;
-      const std::string service =
-          (isProtected ? "com.example.app." : "org.example.app.") + std::to_string(i);
-      ASSERT_EQ(settings().isSystemServiceProtected(service), isProtected) << service;
-    }
+  for (int i = 0; i < 10'000; ++i) {
+    const std::string number = std::to_string(i % 5000);
+    ASSERT_TRUE(settings().isSystemServiceProtected("com.example.app." + number));
+    ASSERT_FALSE(settings().isSystemServiceProtected("org.example.app." + number));
+  }
   const std::string tail(10'000, 'x');
   EXPECT_TRUE(settings().isSystemServiceProtected("com.example.app" + tail));
   EXPECT_FALSE(settings().isSystemServiceProtected("com.example.ap" + tail));
@@ -321,8 +315,7 @@ const FeatureQuestion featureQuestions[] = {
     {"SentrelCallerIDHideOnAttentionAway", &SNSettings::isHideCallerInfoOnAttentionAway,
      &SNSettings::setHideCallerInfoOnAttentionAway, nullptr},
     {"SentrelUnlockWithWatch", &SNSettings::isUnlockWithAppleWatch,
-     &SNSettings::setUnlockWithAppleWatch, nullptr, /*hasNetworkStep=*/false},
-};
+     &SNSettings::setUnlockWithAppleWatch, nullptr, /*hasNetworkStep=*/false}};
 
 TEST_F(Protection, EachFeatureHasItsFlagBehindItsOwnGate) {
   for (const FeatureQuestion& feature : featureQuestions) {

@@ -249,31 +249,12 @@ TEST_F(SettingsStore, ToggleNegatesYesAndNoAndLeavesTheRest) {
     const bool inMemory = settings().isSentrelEnabled();
     const std::size_t before = changesPosted();
     settings().toggleValue("SentrelEnabled");
-    EXPECT_EQ(settingsFile().at("SentrelEnabled"), toggle.after);
+    EXPECT_EQ(settings().valueForKey("SentrelEnabled"), toggle.after) << "fresh from the file";
     EXPECT_EQ(changesPosted() - before, toggle.before == toggle.after ? 0U : 1U);
     EXPECT_EQ(settings().isSentrelEnabled(), inMemory);
   }
   settings().toggleValue("Absent");
-  EXPECT_FALSE(settingsFile().contains("Absent"));
-}
-
-TEST_F(SettingsStore, RawValuesAreReadFreshFromTheFile) {
-  useSettings({{"SentrelEnabled", false}});
-  device.files().put(std::string(settingsFilePath), {{"SentrelEnabled", "other"}});
-  EXPECT_EQ(settings().valueForKey("SentrelEnabled"), PropertyList("other"));
   EXPECT_EQ(settings().valueForKey("Absent"), std::nullopt);
-}
-
-TEST_F(SettingsStore, AnotherProcessSeesAChangeOnlyAfterItsReload) {
-  useSettings({});
-  settings().addToProtectedApps("a");
-  const auto isProtectedInApp = [this] {
-    return inApp(
-        [] { return SNSettings::sharedSettings().isAppProtected("a", /*ignoreAllOther=*/true); });
-  };
-  EXPECT_FALSE(isProtectedInApp());
-  reloadEverywhere();
-  EXPECT_TRUE(isProtectedInApp());
 }
 
 }  // namespace

@@ -48,6 +48,18 @@ class BridgeTest : public TwoProcesses {
     return names;
   }
 
+  /// The application anew, on another system.
+  void restartApp(const std::string& version, bool hasFaceID = true) {
+    device.system().version = version;
+    device.sensor().isPearlIDCapable = hasFaceID;
+    device.sensor().isTouchIDCapable = !hasFaceID;
+    app = device.launch(std::string(appIdentifier));
+  }
+
+  simulated::SimulatedBiometricResource& resource() {
+    return static_cast<simulated::SimulatedBiometricResource&>(*home().biometricResource);
+  }
+
   /// Another home-screen process, in which nothing was asked yet.
   std::unique_ptr<simulated::SimulatedProcess> freshSpringBoard() {
     return device.launch(std::string(springBoardBundleIdentifier));
