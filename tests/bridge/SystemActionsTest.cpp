@@ -114,19 +114,20 @@ TEST_F(LockingTheDevice, ANewApplicationHasTheHomeScreenDoIt) {
   const host::SpringBoardObservers observers;
   device.system().version = "12.0";
   away().lockScreenManager = simulated::makeLockScreenManager(device.sharedLock());
-  inApp([] { SNUtils::lockUI(); });
+  inApp([] { SNUtils::lockUI(/*force=*/true); });
   EXPECT_THAT(journal(), IsEmpty());
   device.time().runDue();
-  EXPECT_THAT(journal(), ElementsAre("lockDevice"));
-  inApp([] { SNUtils::lockUI(/*force=*/false); });
-  inApp([] { SNUtils::lockUI(/*force=*/true); });
-  device.lock().setLocked(false);
-  device.time().runDue();
-  EXPECT_THAT(journal(), ElementsAre("lockDevice", "_relockUIForButtonPress YES NO"));
-  EXPECT_THAT(postedNames(), ElementsAre(lockRequest, lockRequest, forceLockRequest));
+  EXPECT_THAT(journal(), ElementsAre("_relockUIForButtonPress YES NO"));
   device.time().runUntilIdle();
-  device.lock().setLocked(false);
   journal();
+  for (void (*lock)() : {+[] { SNUtils::lockUI(); }, +[] { SNUtils::lockUI(/*force=*/false); }}) {
+    device.lock().setLocked(false);
+    inApp(lock);
+    device.time().runDue();
+    EXPECT_THAT(journal(), ElementsAre("lockDevice"));
+  }
+  EXPECT_THAT(postedNames(), ElementsAre(forceLockRequest, lockRequest, lockRequest));
+  device.lock().setLocked(false);
   away().passcodeManager = simulated::makePasscodeManager(device.sharedLock());
   inApp([] { SNUtils::lockUI(); });
   EXPECT_EQ(postedNames().size(), 3u) << "it can lock by itself now";
