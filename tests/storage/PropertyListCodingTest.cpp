@@ -141,34 +141,25 @@ TEST(PropertyListCoding, RefusesXmlThatItWouldHaveToGuessAt) {
 }
 
 TEST(PropertyListCoding, RefusesWhatIsNoPropertyList) {
-  const std::pair<std::string, Kind> cases[] = {
-      {"", Kind::empty},
-      {" \n", Kind::damaged},
-      {"{ old = style; }", Kind::damaged},
-      {"\xEF\xBB\xBF<plist><true/></plist>", Kind::damaged},
-      {xml("<true/>") + "junk", Kind::damaged},
-      {xml("<true/>") + xml("<true/>"), Kind::damaged},
-      {"<!DOCTYPE plist [<!ENTITY a \"b\">]><plist><true/></plist>", Kind::damaged},
-      {"<!--><plist><true/></plist>", Kind::damaged},
-      {"<plist/>", Kind::damaged},
-      {"<plist", Kind::damaged},
-      {"<plist(><true/></plist>", Kind::damaged},
-      {"<plist version='>'><true/></plist>", Kind::damaged},
-      {"<?xml a='?>'?><plist><true/></plist>", Kind::damaged},
-      {"<html></html>", Kind::damaged},
-      {xml("<string>\xFF</string>"), Kind::notUtf8},
-      {xml("<string>\xC0\xAF</string>"), Kind::notUtf8},
-      {xml("<string>\xE0\x80\xAF</string>"), Kind::notUtf8},
-      {xml("<string>\xF0\x80\x80\xAF</string>"), Kind::notUtf8},
-      {xml("<string>\xED\xA0\x80</string>"), Kind::notUtf8},
-      {xml("<string>\xF4\x90\x80\x80</string>"), Kind::notUtf8},
-      {xml("<dict><key>\xE2\x82</key><true/></dict>"), Kind::notUtf8},
-      {std::string("\xFF\xFE<\0p\0", 6), Kind::notUtf8},
-      {std::string((std::size_t{8} << 20) + 1, ' '), Kind::tooLarge}};
-  for (const auto& [bytes, kind] : cases) {
-    SCOPED_TRACE(bytes.substr(0, 60));
-    expectFault(bytes, kind);
-  }
+  const std::pair<Kind, std::vector<std::string>> cases[] = {
+      {Kind::empty, {""}},
+      {Kind::damaged,
+       {" \n", "{ old = style; }", "\xEF\xBB\xBF<plist><true/></plist>", xml("<true/>") + "junk",
+        xml("<true/>") + xml("<true/>"), "<plist/>", "<plist", "<plist(><true/></plist>",
+        "<!DOCTYPE plist [<!ENTITY a \"b\">]><plist><true/></plist>", "<html></html>",
+        "<!--><plist><true/></plist>", "<plist version='>'><true/></plist>",
+        "<?xml a='?>'?><plist><true/></plist>"}},
+      {Kind::notUtf8,
+       {xml("<dict><key>\xE2\x82</key><true/></dict>"), std::string("\xFF\xFE<\0p\0", 6)}},
+      {Kind::tooLarge, {std::string((std::size_t{8} << 20) + 1, ' ')}}};
+  for (const auto& [kind, documents] : cases)
+    for (const std::string& document : documents) {
+      SCOPED_TRACE(document.substr(0, 60));
+      expectFault(document, kind);
+    }
+  for (const char* text :
+       {"\xFF", "\xC0\xAF", "\xE0\x80\xAF", "\xF0\x80\x80\xAF", "\xED\xA0\x80", "\xF4\x90\x80\x80"})
+    expectFault(xml("<string>" + std::string(text) + "</string>"), Kind::notUtf8);
 }
 
 TEST(PropertyListCoding, NamesTheLineOfAFault) {
