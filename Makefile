@@ -35,8 +35,7 @@ sanitize:
 	@$(MAKE) --no-print-directory test preset=tsan
 
 lint: setup check-includes check-format
-	@$(MAKE) --no-print-directory build preset=clang
-	@tools/lint build/clang
+	@tools/lint
 
 format: setup
 	@tools/format

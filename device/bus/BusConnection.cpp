@@ -18,7 +18,7 @@ std::optional<UserInfo> answerOf(const MessageResponder& responder, const std::s
 
 }  // namespace
 
-BusConnection::BusConnection(std::shared_ptr<loop::RunLoop> loop, Options options)
+BusConnection::BusConnection(const std::shared_ptr<loop::RunLoop>& loop, Options options)
     : link_(std::make_shared<Link>(loop, std::move(options))) {
   link_->connect();
   loop->add(link_);

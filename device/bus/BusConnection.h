@@ -40,7 +40,7 @@ class BusConnection {
   };
 
   /// Never throws on account of the bus: see isConnected().
-  BusConnection(std::shared_ptr<loop::RunLoop> loop, Options options);
+  BusConnection(const std::shared_ptr<loop::RunLoop>& loop, Options options);
   ~BusConnection();
   BusConnection(const BusConnection&) = delete;
   BusConnection& operator=(const BusConnection&) = delete;

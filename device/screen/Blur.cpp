@@ -42,7 +42,7 @@ class PaddedLine {
   void store(unsigned char* first, std::size_t step, const std::vector<float>& half) const {
     for (std::size_t i = 0; i < length_; ++i)
       for (std::size_t c = 0; c < channels; ++c)
-        first[i * step + c] = static_cast<unsigned char>(weighted(i, c, half) + 0.5F);
+        first[i * step + c] = static_cast<unsigned char>(std::lround(weighted(i, c, half)));
   }
 
  private:

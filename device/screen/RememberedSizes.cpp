@@ -19,9 +19,9 @@ std::optional<CGSize> RememberedSizes::find(std::string_view text, const Font& f
 void RememberedSizes::add(std::string_view text, const Font& font, double maxWidth, CGSize size,
                           int lineCount) {
   if (text.size() > longestText) return;
-  constexpr double unlimited = std::numeric_limits<double>::infinity();
-  remember(text,
-           {font, std::min(size.width, maxWidth), lineCount == 1 ? unlimited : maxWidth, size});
+  const double narrowest = std::min(size.width, maxWidth);
+  const double widest = lineCount == 1 ? std::numeric_limits<double>::infinity() : maxWidth;
+  remember(text, {font, narrowest, widest, size});
 }
 
 const RememberedSizes::Measurement* RememberedSizes::findIn(const Texts& texts,

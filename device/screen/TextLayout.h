@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <limits>
 #include <memory>
 #include <string>
@@ -16,7 +17,7 @@ namespace sentrel::screen {
 /// language's may be broken everywhere.
 std::string drawableText(std::string_view text);
 
-inline constexpr std::size_t longestDrawnText = 256 * 1024;
+inline constexpr std::size_t longestDrawnText = std::size_t{256} * 1024;
 
 /// One text in one font, broken into lines.
 class TextLayout {

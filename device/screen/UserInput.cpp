@@ -81,7 +81,7 @@ void UserInput::touchEnded(CGPoint point) {
 
 void UserInput::touchCancelled() {
   if (const auto button = std::dynamic_pointer_cast<UIButton>(touched_.lock()))
-    button->setHighlighted(false);
+    button->setHighlighted(/*value=*/false);
   touched_.reset();
 }
 

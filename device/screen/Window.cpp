@@ -1,5 +1,6 @@
 #include "device/screen/Window.h"
 
+#include <cmath>
 #include <stdexcept>
 #include <utility>
 
@@ -25,7 +26,7 @@ void call(const Handler& handler, const Arguments&... arguments) {
 }
 
 int whole(double points) {
-  return static_cast<int>(points + 0.5);
+  return static_cast<int>(std::lround(points));
 }
 
 }  // namespace

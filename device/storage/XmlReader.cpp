@@ -148,8 +148,8 @@ class XmlReader {
     if (name == "string") return readString(tag, value);
     if (name == "dict") return readContainer<PropertyList::Dictionary>(tag, value);
     if (name == "array") return readContainer<PropertyList::Array>(tag, value);
-    if (name == "true") return readBool(tag, value, true);
-    if (name == "false") return readBool(tag, value, false);
+    if (name == "true") return readBool(tag, value, /*flag=*/true);
+    if (name == "false") return readBool(tag, value, /*flag=*/false);
     if (name == "integer") return readLeaf(tag, value, integerFromXml, "no integer of 64 bits");
     if (name == "real") return readLeaf(tag, value, realFromXml, "no real number in its range");
     if (name == "date") return readLeaf(tag, value, dateFromXml, "no date");

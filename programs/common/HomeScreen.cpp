@@ -55,7 +55,7 @@ std::shared_ptr<UIImageView> makeIcon(CGPoint origin, int number) {
   auto icon = std::make_shared<UIImageView>(CGRect{origin, {iconSide, iconSide}});
   icon->setImage(makeIconImage(number));
   icon->layer().setCornerRadius(13.5);
-  icon->setClipsToBounds(true);
+  icon->setClipsToBounds(/*value=*/true);
   return icon;
 }
 
@@ -80,9 +80,9 @@ void addIcons(UIView& window) {
   const double rowHeight = screen.height > 900 ? 130 : 88;
   const int rows = std::min(static_cast<int>((screen.height - 160) / rowHeight), 6);
   for (int i = 0; i < rows * columns; ++i) {
+    const int row = i / columns;
     const int number = i % static_cast<int>(icons.size());
-    const auto icon =
-        makeIcon(iconOrigin(screen, i % columns, 36 + (i / columns) * rowHeight), number);
+    const auto icon = makeIcon(iconOrigin(screen, i % columns, 36 + row * rowHeight), number);
     window.addSubview(icon);
     window.addSubview(makeName(icon->frame(), icons[static_cast<std::size_t>(number)].name));
   }
@@ -117,11 +117,12 @@ double signAt(int number, double distance) {
 std::shared_ptr<const UIImage> makeIconImage(int number) {
   const auto& [red, green, blue] = icons[static_cast<std::size_t>(number) % icons.size()].color;
   auto image = std::make_shared<UIImage>();
+  constexpr double middle = imageSide / 2.0;
   image->width = image->height = imageSide;
   image->scale = 2;
   for (int y = 0; y < imageSide; ++y)
     for (int x = 0; x < imageSide; ++x) {
-      const double distance = std::hypot(x + 0.5 - imageSide / 2, y + 0.5 - imageSide / 2);
+      const double distance = std::hypot(x + 0.5 - middle, y + 0.5 - middle);
       const double shine = 0.25 * (1 - static_cast<double>(y) / imageSide);
       const double light = mix(shine, 0.94, signAt(number, distance));
       for (const int channel : {red, green, blue})

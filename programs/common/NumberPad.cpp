@@ -39,8 +39,9 @@ void addKeys(UIView& pad) {
   const double width = (pad.bounds().size.width - 4 * gap) / 3;
   const double height = (numberPadHeight - 5 * gap) / 4;
   for (std::size_t i = 0; i < keys.size(); ++i) {
+    const std::size_t row = i / 3;
     const double x = gap + static_cast<double>(i % 3) * (width + gap);
-    const double y = gap + static_cast<double>(i / 3) * (height + gap);
+    const double y = gap + static_cast<double>(row) * (height + gap);
     if (*keys[i]) pad.addSubview(makeKey(CGRectMake(x, y, width, height), keys[i]));
   }
 }
@@ -55,7 +56,7 @@ std::shared_ptr<UIWindow> makeNumberPad(CGSize screen) {
       CGRectMake(0, screen.height - numberPadHeight, screen.width, numberPadHeight));
   addKeys(*pad);
   window->addSubview(pad);
-  window->setHidden(false);
+  window->setHidden(/*hidden=*/false);
   return window;
 }
 

@@ -199,17 +199,17 @@ void Phone::noticeLock() {
 }
 
 void Phone::lock() {
-  device_.lock().setLocked(true);
+  device_.lock().setLocked(/*value=*/true);
   noticeLock();
 }
 
 void Phone::unlock() {
-  device_.lock().setLocked(false);
-  homeScreen_->run([] { SNUtils::setLockscreenAsDimmed(false); });
+  device_.lock().setLocked(/*value=*/false);
+  homeScreen_->run([] { SNUtils::setLockscreenAsDimmed(/*value=*/false); });
 }
 
 void Phone::dim() {
-  homeScreen_->run([] { SNUtils::setLockscreenAsDimmed(true); });
+  homeScreen_->run([] { SNUtils::setLockscreenAsDimmed(/*value=*/true); });
   tellAll([] { SentrelController::sharedInstance().deviceScreenDimmed(); });
 }
 

@@ -86,7 +86,7 @@ screen::Canvas takePicture(Phone& phone) {
   }
   home.run([&] {
     lockScreen.reset();
-    home.content()->setHidden(false);
+    home.content()->setHidden(/*hidden=*/false);
   });
   return canvas;
 }

@@ -58,7 +58,7 @@ std::shared_ptr<UIWindow> makeApplicationScreen(CGSize size, const std::string& 
     addRow(*window, top, size.width, number++);
   window->addSubview(makeBlock(CGRectMake(0, 0, size.width, barHeight), ink(0.1)));
   window->addSubview(makeTitle(CGRectMake(0, 30, size.width, 30), name, 18, ink(0.95)));
-  window->setHidden(false);
+  window->setHidden(/*hidden=*/false);
   return window;
 }
 
@@ -70,7 +70,7 @@ std::shared_ptr<UIWindow> makeLockScreen(CGSize size) {
                                UIColor::whiteColor()));
   window->addSubview(makeBlock(CGRectMake(size.width / 2 - 60, size.height - 16, 120, 5),
                                UIColor::colorWithWhite(1, 0.8), 2.5));
-  window->setHidden(false);
+  window->setHidden(/*hidden=*/false);
   return window;
 }
 

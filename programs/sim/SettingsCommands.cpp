@@ -55,7 +55,7 @@ Action protectFeature(const std::string& name) {
   constexpr std::string_view keys[] = {settings_keys::appSwitcher, settings_keys::iconArrangement,
                                        settings_keys::respring, settings_keys::reboot,
                                        settings_keys::photosProtected};
-  return storing(keys[choiceOf(name, names)], PropertyList(true));
+  return storing(keys[choiceOf(name, names)], PropertyList(/*value=*/true));
 }
 
 Action protect(Phone&, const Words& words) {

@@ -52,11 +52,11 @@ Ask flip(Phone&, const Words& words) {
   return [identifier = words[0]](Phone& phone, PhoneProcess& place) {
     const auto completion =
         phone.request("flip " + identifier, noteOf(phone, "flip " + identifier));
-    SNUtils::setRequestingFromCC(true);
+    SNUtils::setRequestingFromCC(/*value=*/true);
     askIf(settings().isFlipSwitchProtected(identifier), completion, [&] {
       controller().requiresAuthenticationForFlipSwitch(identifier, place.presenter(), completion);
     });
-    SNUtils::setRequestingFromCC(false);
+    SNUtils::setRequestingFromCC(/*value=*/false);
   };
 }
 

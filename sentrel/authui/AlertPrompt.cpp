@@ -98,7 +98,7 @@ void AlertPrompt::animateGlyph(GlyphState state, bool animated, Completion compl
 
 void AlertPrompt::keepVisible() const {
   const auto presenter = alert_ ? alert_->presentingViewController() : nullptr;
-  if (const auto overlay = overlayOf(presenter)) overlay->setHidden(false);
+  if (const auto overlay = overlayOf(presenter)) overlay->setHidden(/*hidden=*/false);
 }
 
 }  // namespace sentrel

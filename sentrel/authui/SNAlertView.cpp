@@ -17,7 +17,7 @@ void SNAlertView::setAuthView(std::shared_ptr<SNAuthenticationView> view) {
 void SNAlertView::_dismissForTappedIndex(int index) {
   if (index == cancelButtonIndex()) {
     UIAlertView::_dismissForTappedIndex(index);
-    dismissAnimated(true);
+    dismissAnimated(/*animated=*/true);
   } else if (!isSwitchButtonTitle(buttonTitleAtIndex(index))) {
     UIAlertView::_dismissForTappedIndex(index);
   } else {

@@ -108,7 +108,7 @@ void SNAuthenticationView::addPasscodeView() {
   passcodeViewHeightConstraint_ =
       constrainToConstant(*this, {passcodeView_, height}, passcodeHeight);
   passcodeView_->updateConstraintsIfNeeded();
-  passcodeView_->setHidden(true);
+  passcodeView_->setHidden(/*hidden=*/true);
 }
 
 std::shared_ptr<UILabel> SNAuthenticationView::addLabel(const UIFont& font, const std::string& text,
@@ -190,19 +190,19 @@ double SNAuthenticationView::preferredContentHeight() const {
 
 void SNAuthenticationView::switchToPasscodeView() {
   passcodeView_->reset();
-  if (glyphView_) glyphView_->setHidden(true);
+  if (glyphView_) glyphView_->setHidden(/*hidden=*/true);
   glyphViewWidthConstraint_->setConstant(0);
-  passcodeView_->setHidden(false);
+  passcodeView_->setHidden(/*hidden=*/false);
   passcodeViewHeightConstraint_->setConstant(passcodeHeight);
   showKeyboard();
   mode_ = SNAuthenticationModePasscode;
 }
 
 void SNAuthenticationView::switchToGlyphView() {
-  if (glyphView_) glyphView_->setHidden(false);
+  if (glyphView_) glyphView_->setHidden(/*hidden=*/false);
   glyphViewWidthConstraint_->setConstant(glyphSize);
   hideKeyboard();
-  passcodeView_->setHidden(true);
+  passcodeView_->setHidden(/*hidden=*/true);
   passcodeViewHeightConstraint_->setConstant(0);
   passcodeView_->reset();
   mode_ = SNAuthenticationModeGlyph;

@@ -31,7 +31,7 @@ SNFakeCallIDView::SNFakeCallIDView(const CGRect& frame)
   addSubview(callerNameLabel_);
   addSubview(callerIDLabel_);
   addSubview(sentrelCopyLabel_);
-  setUserInteractionEnabled(false);
+  setUserInteractionEnabled(/*value=*/false);
 }
 
 const UIClass& SNFakeCallIDView::staticClass() {
@@ -45,7 +45,7 @@ std::shared_ptr<UILabel> SNFakeCallIDView::createLabel(const UIColor& textColor,
   label->setTextAlignment(NSTextAlignment::center);
   label->setTextColor(textColor);
   label->setFont(UIFont::preferredFontForTextStyle(fontStyle));
-  label->setAdjustsFontSizeToFitWidth(true);
+  label->setAdjustsFontSizeToFitWidth(/*value=*/true);
   return label;
 }
 

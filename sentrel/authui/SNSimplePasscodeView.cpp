@@ -61,7 +61,7 @@ void SNSimplePasscodeView::setupDigitFields() {
   }
   passcodeTextField_ = makeField();
   passcodeTextField_->setText("");
-  passcodeTextField_->setHidden(true);
+  passcodeTextField_->setHidden(/*hidden=*/true);
   addSubview(passcodeTextField_);
   setNeedsUpdateConstraints();
 }
@@ -82,7 +82,7 @@ std::shared_ptr<UITextField> SNSimplePasscodeView::makeField() {
                                                   : UIColor::colorWithWhite(0.31, 1));
   field->setFont(UIFont::fontWithName("AvenirNext-Regular", isPad() ? 49.5 : 33));
   field->setDelegate(weakSelf());
-  field->setSecureTextEntry(false);
+  field->setSecureTextEntry(/*value=*/false);
   field->setTintColor(UIColor::clearColor());
   field->setKeyboardType(UIKeyboardType::numberPad);
   field->setBorderStyle(UITextBorderStyle::none);

@@ -16,9 +16,9 @@ const UIClass& SNWindow::staticClass() {
 }
 
 void SNWindow::initialize() {
-  setForceVisible(false);
+  setForceVisible(/*value=*/false);
   setWindowLevel(UIWindowLevelAlert);
-  setHidden(false);
+  setHidden(/*hidden=*/false);
   setAlpha(1);
   setBackgroundColor(UIColor::clearColor());
   setRootViewController(std::make_shared<UIViewController>());
@@ -27,17 +27,17 @@ void SNWindow::initialize() {
 void SNWindow::presentViewController(const std::shared_ptr<UIViewController>& viewController,
                                      bool animated,
                                      UIViewController::Completion completionHnadler) {
-  setHidden(false);
+  setHidden(/*hidden=*/false);
   rootViewController()->presentViewController(viewController, animated,
                                               std::move(completionHnadler));
 }
 
 void SNWindow::closeWindow() {
-  if (!forceVisible_) setHidden(true);
+  if (!forceVisible_) setHidden(/*hidden=*/true);
 }
 
 void SNWindow::closeWindowForcibly() {
-  setForceVisible(false);
+  setForceVisible(/*value=*/false);
   closeWindow();
 }
 

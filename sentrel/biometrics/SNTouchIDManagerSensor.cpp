@@ -59,7 +59,7 @@ void SNTouchIDManager::takeEventMonitor() {
   for (const auto& observer : oldObservers_)
     eventMonitor_->removeObserver(observer);
   eventMonitor_->addObserver(shared_from_this());
-  eventMonitor_->_setMatchingEnabled(true);
+  eventMonitor_->_setMatchingEnabled(/*value=*/true);
   eventMonitor_->_startMatching();
   platform_.mainQueue->after(secondMatchingDelay, [weak = std::weak_ptr(eventMonitor_)] {
     if (const auto monitor = weak.lock()) monitor->_startMatching();

@@ -27,7 +27,7 @@ void finishRelock(const Platform& platform) {
 bool Bridge::lockByPasscodeManager() {
   const auto& manager = platform_.passcodeManager;
   if (!manager || !manager->lockDevice) return false;
-  return answer(manager, &MCPasscodeManager::isDeviceUnlocked).orElse(false) &&
+  return answer(manager, &MCPasscodeManager::isDeviceUnlocked).orElse(/*fallback=*/false) &&
          perform(manager, &MCPasscodeManager::lockDevice);
 }
 

@@ -58,8 +58,8 @@ bool Bridge::supportsTouchID() {
 
 bool Bridge::supportsFaceID() {
   std::atomic<bool>& supportsFaceID = state().supportsFaceID;
-  if (!supportsFaceID &&
-      answer(biometricInterface(), &BiometricInterface::isPearlIDCapable).orElse(false))
+  if (!supportsFaceID && answer(biometricInterface(), &BiometricInterface::isPearlIDCapable)
+                             .orElse(/*fallback=*/false))
     supportsFaceID = true;
   return supportsFaceID;
 }

@@ -43,7 +43,8 @@ bool Bridge::isDeviceLocked() {
   if (!isSpringBoard()) return ask<messages::IsDeviceLocked>(*this);
   if (const auto isLocked = answer(platform_.springBoard, &SpringBoardApplication::isLocked))
     return *isLocked;
-  return answer(platform_.lockScreenManager, &SBLockScreenManager::isUILocked).orElse(false);
+  return answer(platform_.lockScreenManager, &SBLockScreenManager::isUILocked)
+      .orElse(/*fallback=*/false);
 }
 
 bool Bridge::isFingerOn() {

@@ -42,9 +42,10 @@ std::string_view BridgeState::lookAtInterface(const Platform& platform) {
   const auto interface =
       platform.biometricResource ? platform.biometricResource->_biometricKitInterface() : nullptr;
   if (!interface) return fingerPrintText;
-  supportsFaceID = answer(interface, &BiometricInterface::isPearlIDCapable).orElse(false);
+  supportsFaceID =
+      answer(interface, &BiometricInterface::isPearlIDCapable).orElse(/*fallback=*/false);
   const bool isTouchIDCapable =
-      answer(interface, &BiometricInterface::isTouchIDCapable).orElse(false);
+      answer(interface, &BiometricInterface::isTouchIDCapable).orElse(/*fallback=*/false);
   return supportsFaceID && !isTouchIDCapable ? faceIDText : fingerPrintText;
 }
 

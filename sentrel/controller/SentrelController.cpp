@@ -55,7 +55,7 @@ void SentrelController::loadWatchFramework() {
 
 void SentrelController::startSentrelEvents() {
   const auto clear =
-      whileAlive([](SentrelController& self, bool) { self.setJustAuthenticated(false); });
+      whileAlive([](SentrelController& self, bool) { self.setJustAuthenticated(/*value=*/false); });
   monitor_->setManagerStarted(clear);
   monitor_->setManagerStopped(clear);
   monitor_->setObserveEventBlock(

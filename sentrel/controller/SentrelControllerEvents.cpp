@@ -58,7 +58,7 @@ void SentrelController::biometricKitInterfaceHandleEvent(
 }
 
 void SentrelController::handleFailedTry(BiometricEvent event) {
-  setJustAuthenticated(false);
+  setJustAuthenticated(/*value=*/false);
   showGlyph(failedTryGlyphState(bridge_, event), /*animated=*/true,
             whileAlive([event](SentrelController& self) {
               self.showGlyph(glyphStateAfterTry(self.bridge_, event), /*animated=*/true,
@@ -79,7 +79,7 @@ void SentrelController::handleFingerUp() {
 }
 
 void SentrelController::handleAttemptsExhausted() {
-  setJustAuthenticated(false);
+  setJustAuthenticated(/*value=*/false);
   showGlyph(GlyphState::exhausted, /*animated=*/true,
             whileAlive([](SentrelController& self) { self.failPromptAndStop(); }));
 }
@@ -150,7 +150,7 @@ void SentrelController::takeWatchAnswer(RequestNumber request, const PropertyLis
   vibrateAppleWatch(oneTap);
   // Another event may have restarted it while the watch was asked.
   monitor_->stopManager();
-  setJustAuthenticated(true);
+  setJustAuthenticated(/*value=*/true);
   invokeCustomInvocation();
   if (!surface().tellsWhenDismissed()) {
     dismissAuthenticationViewController(/*animated=*/true);

@@ -151,7 +151,7 @@ void SentrelController::requiresAuthentication(const Text& title, const Text& me
   platform_.mainQueue->async(
       whileAlive([title, message, completion = std::move(completion)](SentrelController& self) {
         const auto window = self.overlayWindow_();
-        window->setHidden(false);
+        window->setHidden(/*hidden=*/false);
         const auto recorded = self.recording(completion, always(keyOf(title)));
         self.requiresAuthenticationForItem(title, message, window->rootViewController(),
                                            [recorded, window](bool authenticated, bool allowed) {

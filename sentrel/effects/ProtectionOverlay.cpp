@@ -1,7 +1,10 @@
 #include "sentrel/effects/ProtectionOverlay.h"
 
+#include <algorithm>
+#include <iterator>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "sentrel/bridge/SNUtils.h"
 #include "sentrel/effects/Constraints.h"
@@ -46,9 +49,9 @@ std::shared_ptr<UIVisualEffectView> addCover(UIView& host, std::int64_t style) {
   cover->setFrame(host.bounds());
   cover->setAutoresizingMask(UIViewAutoresizingFlexibleWidth | UIViewAutoresizingFlexibleHeight);
   cover->setTag(overlayBlurTag);
-  cover->setUserInteractionEnabled(false);
+  cover->setUserInteractionEnabled(/*value=*/false);
   cover->layer().setCornerRadius(coverRadius(host));
-  cover->setClipsToBounds(true);
+  cover->setClipsToBounds(/*value=*/true);
   host.addSubview(cover);
   host.bringSubviewToFront(cover);
   return cover;
@@ -106,7 +109,7 @@ std::shared_ptr<UILabel> OverlayContent::addLabel(const std::string& text, const
   label->setBackgroundColor(UIColor::clearColor());
   label->setTextColor(color);
   label->setTextAlignment(NSTextAlignment::center);
-  label->setAdjustsFontSizeToFitWidth(true);
+  label->setAdjustsFontSizeToFitWidth(/*value=*/true);
   surface_.addSubview(label);
   return label;
 }
@@ -141,7 +144,7 @@ void OverlayContent::addIcon(const UIAlertAction& action) {
   const auto icon =
       std::make_shared<UIImageView>(CGRectMake((size_.width - 50) * 0.5, top, 50, 50));
   icon->layer().setCornerRadius(5);
-  icon->layer().setMasksToBounds(true);
+  icon->layer().setMasksToBounds(/*value=*/true);
   icon->setImage(action.image());
   surface_.addSubview(icon);
   addCaption(caption.value_or(""), top + 55);
@@ -168,7 +171,7 @@ void OverlayContent::addButton(const std::shared_ptr<UIAlertAction>& action, int
   button->layer().setBorderColor(textColor());
   button->layer().setBorderWidth(2);
   button->layer().setCornerRadius(5);
-  button->layer().setMasksToBounds(true);
+  button->layer().setMasksToBounds(/*value=*/true);
   placeButton(*button, number);
 }
 
@@ -218,9 +221,11 @@ void sn__applyBlurEffects(UIView& view, std::int64_t style, const std::string& m
 }
 
 void sn__removeBlurEffects(UIView& view) {
-  const auto subviews = view.subviews();
-  for (const auto& subview : subviews)
-    if (subview->tag() == overlayBlurTag) subview->removeFromSuperview();
+  std::vector<std::shared_ptr<UIView>> overlays;
+  std::ranges::copy_if(view.subviews(), std::back_inserter(overlays),
+                       [](const auto& subview) { return subview->tag() == overlayBlurTag; });
+  for (const auto& overlay : overlays)
+    overlay->removeFromSuperview();
 }
 
 void sn__handleButtonAction(UIView& /*view*/, const UIButton& button) {

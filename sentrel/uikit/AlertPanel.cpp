@@ -36,7 +36,7 @@ std::shared_ptr<UIView> AlertPanel::makeButton(const std::string& title, bool is
   button->setTitleColor(color, UIControlState::normal);
   button->titleLabel()->setFont(isBold ? UIFont::boldSystemFontOfSize(17)
                                        : UIFont::systemFontOfSize(17));
-  button->titleLabel()->setAdjustsFontSizeToFitWidth(true);
+  button->titleLabel()->setAdjustsFontSizeToFitWidth(/*value=*/true);
   button->titleLabel()->setMinimumScaleFactor(0.5);
   button->layer().setBorderWidth(hairline);
   button->layer().setBorderColor(UIColor::grayColor().colorWithAlphaComponent(0.35));
@@ -50,7 +50,7 @@ AlertPanel::AlertPanel(const std::optional<std::string>& title,
                        const std::optional<std::string>& message,
                        UICollectionView::DataSource buttons)
     : UIView({}, panelClass()), buttons_(std::make_shared<AlertButtonList>(std::move(buttons))) {
-  setClipsToBounds(true);
+  setClipsToBounds(/*value=*/true);
   layer().setCornerRadius(cornerRadius);
   addSubview(makeBackground());
   title_ = addText(title, UIFont::boldSystemFontOfSize(17));

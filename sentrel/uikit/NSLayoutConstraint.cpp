@@ -8,7 +8,7 @@ std::shared_ptr<NSLayoutConstraint> NSLayoutConstraint::constraintWithItem(
     const std::shared_ptr<UIView>& item, NSLayoutAttribute attribute,
     const std::shared_ptr<UIView>& toItem, NSLayoutAttribute toAttribute, double multiplier,
     double constant) {
-  const std::shared_ptr<NSLayoutConstraint> constraint(new NSLayoutConstraint);
+  std::shared_ptr<NSLayoutConstraint> constraint(new NSLayoutConstraint);
   constraint->firstItem_ = item;
   constraint->secondItem_ = toItem;
   constraint->firstAttribute_ = attribute;

@@ -19,7 +19,7 @@ UIAlertController::UIAlertController(std::optional<std::string> title,
                                      std::optional<std::string> message,
                                      UIAlertControllerStyle preferredStyle)
     : message_(std::move(message)), preferredStyle_(preferredStyle) {
-  setTitle(title.value_or(""));
+  setTitle(std::move(title).value_or(""));
 }
 
 void UIAlertController::addAction(std::shared_ptr<UIAlertAction> action) {

@@ -89,18 +89,18 @@ void UIAlertView::show() {
       std::make_shared<UIWindow>(UIScreen::mainScreen().bounds(), hostWindowClass());
   window->setWindowLevel(UIWindowLevelAlert);
   window->setBackgroundColor(UIColor::colorWithWhite(0, 0.2));
-  window->setKeptByApplication(true);
+  window->setKeptByApplication(/*value=*/true);
   hostWindow_ = window;
   panel_->buttons()->reloadData();
   setFrame(panel_->frameCenteredIn(window->bounds()));
   window->addSubview(std::static_pointer_cast<UIView>(shared_from_this()));
-  window->setHidden(false);
+  window->setHidden(/*hidden=*/false);
 }
 
 bool UIAlertView::hide() {
   const auto window = std::exchange(hostWindow_, {}).lock();
   if (!window) return false;
-  window->setKeptByApplication(false);
+  window->setKeptByApplication(/*value=*/false);
   removeFromSuperview();
   return true;
 }

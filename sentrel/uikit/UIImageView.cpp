@@ -3,7 +3,7 @@
 namespace sentrel {
 
 UIImageView::UIImageView(const CGRect& frame, const UIClass& uiClass) : UIView(frame, uiClass) {
-  setUserInteractionEnabled(false);
+  setUserInteractionEnabled(/*value=*/false);
 }
 
 const UIClass& UIImageView::staticClass() {

@@ -7,7 +7,7 @@
 namespace sentrel {
 
 UILabel::UILabel(const CGRect& frame, const UIClass& uiClass) : UIView(frame, uiClass) {
-  setUserInteractionEnabled(false);
+  setUserInteractionEnabled(/*value=*/false);
 }
 
 const UIClass& UILabel::staticClass() {

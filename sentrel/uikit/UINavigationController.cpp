@@ -31,7 +31,7 @@ void UINavigationController::pushViewController(const std::shared_ptr<UIViewCont
 std::shared_ptr<UIViewController> UINavigationController::popViewControllerAnimated(
     bool /*animated*/) {
   if (childViewControllers().size() < 2) return nullptr;
-  const auto top = topViewController();
+  auto top = topViewController();
   top->removeFromParentViewController();
   showTop();
   return top;

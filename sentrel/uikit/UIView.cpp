@@ -124,7 +124,8 @@ bool UIView::isDescendantOfView(const UIView& other) const noexcept {
 
 void UIView::addSubview(const std::shared_ptr<UIView>& view) {
   if (!view || isDescendantOfView(*view)) return;
-  const std::shared_ptr<UIView> kept = view;
+  // `view` itself may be an element of the list that detach() changes.
+  const auto kept = std::static_pointer_cast<UIView>(view->shared_from_this());
   if (kept->superview_ == this) return bringSubviewToFront(kept);
   const auto formerWindow = kept->window();
   kept->detach();

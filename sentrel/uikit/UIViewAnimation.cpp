@@ -59,7 +59,7 @@ void UIView::recordChange(const char* keyPath, CAAnimation::Value from, CAAnimat
   if (!currentRun) return;
   CAAnimation animation;
   animation.keyPath = keyPath;
-  animation.values = {std::move(from), std::move(to)};
+  animation.values = {from, to};
   animation.duration = currentRun->duration;
   animation.timing = currentRun->timing;
   animation.interrupted = currentRun->interrupted;

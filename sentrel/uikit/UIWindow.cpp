@@ -12,7 +12,7 @@ UIWindow::UIWindow(const CGRect& frame, const UIClass& uiClass) : UIView(frame, 
   auto& application = UIApplication::sharedApplication();
   application_ = application.weak_from_this();
   application.windows_.push_back(this);
-  setHidden(true);
+  setHidden(/*hidden=*/true);
 }
 
 UIWindow::~UIWindow() {
@@ -52,7 +52,7 @@ void UIWindow::makeKeyWindow() {
 }
 
 void UIWindow::makeKeyAndVisible() {
-  setHidden(false);
+  setHidden(/*hidden=*/false);
   makeKeyWindow();
 }
 
