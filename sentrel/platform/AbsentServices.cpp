@@ -84,8 +84,8 @@ class NoXpc final : public Xpc {
   Queue queue_;
 };
 
-/// Whoever asks for the owner is refused. It says that there is a sensor: a device that has none lets
-/// everybody through unasked, and a port that was left out is no reason for that.
+/// Whoever asks for the owner is refused. It says that there is a sensor: a device that has none
+/// lets everybody through unasked, and a port that was left out is no reason for that.
 class RefusingContext final : public LAContext {
  public:
   explicit RefusingContext(Queue queue) : queue_(std::move(queue)) {}
