@@ -84,6 +84,7 @@ set(sentrel_headers
   settings/SNWiFiManager.h
   settings/SessionKey.h
   settings/SettingsKeys.h
+  settings/SettingsProperties.h
   settings/SettingsValues.h
   settings/TextTable.h
   settings/UnlockSessionStore.h

@@ -101,10 +101,6 @@ std::optional<PropertyList> SNSettings::valueForKey(std::string_view key) const 
   return stored ? std::optional(*stored) : std::nullopt;
 }
 
-bool SNSettings::shouldUsePasscodeOnly() const noexcept {
-  return values_.usePasscodeOnly && values_.passcode && !values_.passcode->empty();
-}
-
 std::string SNSettings::shown(const std::optional<std::string>& text, std::string_view key) const {
   if (text) return *text;
   return std::string(platform_.mainBundle->localizedString(fallbackText(key)));

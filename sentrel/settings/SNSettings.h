@@ -12,7 +12,7 @@
 #include "sentrel/settings/ProtectedItems.h"
 #include "sentrel/settings/ProtectedServices.h"
 #include "sentrel/settings/SettingsKeys.h"
-#include "sentrel/settings/SettingsValues.h"
+#include "sentrel/settings/SettingsProperties.h"
 #include "sentrel/settings/UnlockSessions.h"
 
 namespace sentrel {
@@ -29,7 +29,7 @@ class SNWiFiManager;
 ///
 /// Nothing reports an error: a file that is missing or cannot be read gives the defaults, and is
 /// never created or overwritten. Main thread only, but for sharedSettings.
-class SENTREL_API SNSettings final {
+class SENTREL_API SNSettings final : public SettingsProperties {
  public:
   /// Loads the settings file. What is handed in outlives the settings.
   SNSettings(Platform& platform, Bridge& bridge, UnlockSessions& sessions,
@@ -62,80 +62,11 @@ class SENTREL_API SNSettings final {
   /// What the file holds under `key` now.
   std::optional<PropertyList> valueForKey(std::string_view key) const;
 
-  // --- Properties read as they stand -------------------------------------------------------
-
-  bool isSentrelEnabled() const noexcept { return values_.sentrelEnabled; }
-  void setSentrelEnabled(bool value) noexcept { values_.sentrelEnabled = value; }
-  bool isVibrateOnError() const noexcept { return values_.vibrateOnError; }
-  void setVibrateOnError(bool value) noexcept { values_.vibrateOnError = value; }
-  bool is3DTouchProtected() const noexcept { return values_.is3DTouchProtected; }
-  void set3DTouchProtected(bool value) noexcept { values_.is3DTouchProtected = value; }
-  bool isCallerIDProtectedAllowAnswer() const noexcept {
-    return values_.callerIDProtectedAllowAnswer;
-  }
-  void setCallerIDProtectedAllowAnswer(bool value) noexcept {
-    values_.callerIDProtectedAllowAnswer = value;
-  }
-  bool isCallerIDProtectedForContactsOnly() const noexcept {
-    return values_.callerIDProtectedForContactsOnly;
-  }
-  void setCallerIDProtectedForContactsOnly(bool value) noexcept {
-    values_.callerIDProtectedForContactsOnly = value;
-  }
-  bool shouldShowNotificationAlert() const noexcept { return values_.showNotificationAlert; }
-  void setShowNotificationAlert(bool value) noexcept { values_.showNotificationAlert = value; }
-  bool isRememberUnlockSession() const noexcept { return values_.rememberUnlockSession; }
-  void setRememberUnlockSession(bool value) noexcept { values_.rememberUnlockSession = value; }
-  bool isRememberUnlockUntilDeviceLocked() const noexcept {
-    return values_.rememberUnlockUntilDeviceLocked;
-  }
-  void setRememberUnlockUntilDeviceLocked(bool value) noexcept {
-    values_.rememberUnlockUntilDeviceLocked = value;
-  }
-  bool shouldApplyUnlockSessionToAll() const noexcept { return values_.applyUnlockSessionToAll; }
-  void setApplyUnlockSessionToAll(bool value) noexcept { values_.applyUnlockSessionToAll = value; }
-  bool shouldQuitProtectedFolderOnAppLaunch() const noexcept {
-    return values_.quitProtectedFolderOnAppLaunch;
-  }
-  void setQuitProtectedFolderOnAppLaunch(bool value) noexcept {
-    values_.quitProtectedFolderOnAppLaunch = value;
-  }
-  bool isAllFoldersProtected() const noexcept { return values_.allFoldersProtected; }
-  void setAllFoldersProtected(bool value) noexcept { values_.allFoldersProtected = value; }
-  bool isBlurEffectsOn() const noexcept { return values_.blurEffectsOn; }
-  void setBlurEffectsOn(bool value) noexcept { values_.blurEffectsOn = value; }
-  bool isLoggingEnabled() const noexcept { return values_.loggingEnabled; }
-  void setLoggingEnabled(bool value) noexcept { values_.loggingEnabled = value; }
-
-  bool shouldUsePasscodeOnly() const noexcept;
-  void setUsePasscodeOnly(bool value) noexcept { values_.usePasscodeOnly = value; }
-
-  /// Minutes.
-  double rememberUnlockSessionTime() const noexcept { return values_.rememberUnlockSessionTime; }
-  void setRememberUnlockSessionTime(double minutes) noexcept {
-    values_.rememberUnlockSessionTime = minutes;
-  }
-  std::int64_t blurEffectStyle() const noexcept { return values_.blurEffectStyle; }
-  void setBlurEffectStyle(std::int64_t style) noexcept { values_.blurEffectStyle = style; }
-
-  /// The stored passcode, still enciphered.
-  const std::optional<std::string>& passcode() const noexcept { return values_.passcode; }
-  void setPasscode(std::optional<std::string> text) { values_.passcode = std::move(text); }
-
   // --- Texts with their fallbacks ----------------------------------------------------------
 
   std::string callerNameText() const;
-  void setCallerNameText(std::optional<std::string> text) {
-    values_.callerNameText = std::move(text);
-  }
   std::string callerLabelText() const;
-  void setCallerLabelText(std::optional<std::string> text) {
-    values_.callerLabelText = std::move(text);
-  }
   std::string blurEffectText() const;
-  void setBlurEffectText(std::optional<std::string> text) {
-    values_.blurEffectText = std::move(text);
-  }
   std::string sentrelLabelText() const;
 
   // --- Lists -------------------------------------------------------------------------------
@@ -232,33 +163,20 @@ class SENTREL_API SNSettings final {
   bool isSystemServiceProtected(std::string_view service, bool ignoreAllOther = false) const;
 
   bool isAppArrangementProtected() const;
-  void setAppArrangementProtected(bool value) noexcept { values_.appArrangementProtected = value; }
   bool isAppSwitcherProtected() const;
-  void setAppSwitcherProtected(bool value) noexcept { values_.appSwitcherProtected = value; }
   bool isRespringProtected() const;
-  void setRespringProtected(bool value) noexcept { values_.respringProtected = value; }
   bool isRebootProtected() const;
-  void setRebootProtected(bool value) noexcept { values_.rebootProtected = value; }
 
   /// By its own flag, or as an application.
   bool isPhotosProtected() const;
-  void setPhotosProtected(bool value) noexcept { values_.photosProtected = value; }
 
   /// The caller's name is hidden whatever sessions are open; the two companions hold only with it.
   bool isCallerIDProtected() const;
-  void setCallerIDProtected(bool value) noexcept { values_.callerIDProtected = value; }
   bool isCallerIDProtectedRemoveFromLockScreen() const;
-  void setCallerIDProtectedRemoveFromLockScreen(bool value) noexcept {
-    values_.callerIDProtectedRemoveFromLockScreen = value;
-  }
   bool isHideCallerInfoOnAttentionAway() const;
-  void setHideCallerInfoOnAttentionAway(bool value) noexcept {
-    values_.hideCallerInfoOnAttentionAway = value;
-  }
 
   /// Whether the paired watch may stand in for a match, while the system is on.
   bool isUnlockWithAppleWatch() const noexcept;
-  void setUnlockWithAppleWatch(bool value) noexcept { values_.unlockWithAppleWatch = value; }
 
   /// Whether the joined network is one of the trusted ones.
   bool isCurrentlyConnectedToTrustedNetwork() const;
@@ -395,7 +313,6 @@ class SENTREL_API SNSettings final {
   Bridge& bridge_;
   UnlockSessions& sessions_;
   SNWiFiManager& wifiManager_;
-  SettingsValues values_;
   std::array<ProtectedItems, itemSetCount> itemSets_;
 
   /// The name of the system's own settings pane, as it was when that set was last filled.
