@@ -66,33 +66,33 @@ Process::Process(Platform platform)
 Process::~Process() = default;
 
 UIApplication& Process::application() {
-  return application_.get([this] { return std::make_shared<UIApplication>(platform()); });
+  return application_.get(*this, [this] { return std::make_shared<UIApplication>(platform()); });
 }
 
 Bridge& Process::bridge() {
-  return bridge_.get([this] {
+  return bridge_.get(*this, [this] {
     return std::make_shared<Bridge>(platform(), *lateSettings_,
                                     [this] { return touchIDManager(); });
   });
 }
 
 SNSettings& Process::settings() {
-  return settings_.get([this] {
+  return settings_.get(*this, [this] {
     return std::make_shared<SNSettings>(platform(), bridge(), *lateSessions_, wifiManager());
   });
 }
 
 SNWiFiManager& Process::wifiManager() {
-  return wifiManager_.get([this] { return std::make_shared<SNWiFiManager>(bridge()); });
+  return wifiManager_.get(*this, [this] { return std::make_shared<SNWiFiManager>(bridge()); });
 }
 
 UnlockSessionStore& Process::sessions() {
   return sessions_.get(
-      [this] { return std::make_shared<UnlockSessionStore>(bridge(), settings()); });
+      *this, [this] { return std::make_shared<UnlockSessionStore>(bridge(), settings()); });
 }
 
 SentrelController& Process::controller() {
-  return controller_.get([this] {
+  return controller_.get(*this, [this] {
     PromptSurfaces surfaces{
         std::make_unique<AlertPrompt>(bridge(), [this] { return authenticationViewController(); }),
         std::make_unique<LegacyPrompt>(bridge(), [this] { return authenticationView(); })};
@@ -102,27 +102,27 @@ SentrelController& Process::controller() {
 }
 
 const std::shared_ptr<SNTouchIDManager>& Process::touchIDManager() {
-  return touchIDManager_.share([this] {
+  return touchIDManager_.share(*this, [this] {
     return SNTouchIDManager::makeShared(bridge(), [this] { overlayWindow()->closeWindow(); });
   });
 }
 
 const std::shared_ptr<SNSimplePasscodeView>& Process::simplePasscodeView() {
-  return simplePasscodeView_.share([] { return SNSimplePasscodeView::initWithFrame({}); });
+  return simplePasscodeView_.share(*this, [] { return SNSimplePasscodeView::initWithFrame({}); });
 }
 
 const std::shared_ptr<SNAuthenticationView>& Process::authenticationView() {
-  return authenticationView_.share([] { return SNAuthenticationView::initWithFrame(); });
+  return authenticationView_.share(*this, [] { return SNAuthenticationView::initWithFrame(); });
 }
 
 const std::shared_ptr<SNAuthenticationViewController>& Process::authenticationViewController() {
   return authenticationViewController_.share(
-      [] { return SNAuthenticationViewController::makeShared(); });
+      *this, [] { return SNAuthenticationViewController::makeShared(); });
 }
 
 const std::shared_ptr<SNWindow>& Process::overlayWindow() {
   return overlayWindow_.share(
-      [] { return SNWindow::initWithFrame(UIScreen::mainScreen().bounds()); });
+      *this, [] { return SNWindow::initWithFrame(UIScreen::mainScreen().bounds()); });
 }
 
 }  // namespace sentrel

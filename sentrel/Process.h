@@ -55,16 +55,18 @@ class SENTREL_API Process final : public ProcessContext {
   class Shared {
    public:
     template <class Make>
-    T& get(Make make) {
+    T& get(ProcessContext& owner, Make make) {
       // Every question of the settings comes by here: the way once it is made is one load.
       if (T* object = ifMade()) [[likely]]
         return *object;
-      return *share(make);
+      return *share(owner, make);
     }
 
+    /// Whoever asks first, what is made is made inside its owner, and takes its parts from there.
     template <class Make>
-    const std::shared_ptr<T>& share(Make make) {
+    const std::shared_ptr<T>& share(ProcessContext& owner, Make make) {
       std::call_once(once_, [&] {
+        const Scope inside(owner);
         object_ = make();
         made_.store(object_.get(), std::memory_order_release);
       });

@@ -7,7 +7,7 @@
 #include "sentrel/controller/BiometricEvents.h"
 #include "sentrel/controller/SentrelController.h"
 #include "sentrel/controller/WatchVerdict.h"
-#include "sentrel/watch/WatchProtocol.h"
+#include "sentrel/watch/WatchQueries.h"
 
 namespace sentrel {
 namespace {
@@ -137,8 +137,8 @@ void SentrelController::takeMatch() {
 
 void SentrelController::askWatch() {
   restSensor();
-  sendGeneralSNWatchQueryWithReply(
-      /*preferSecondRSSI=*/true,
+  watch::askForUnlock(
+      bridge_.platform(), /*preferSecondRSSI=*/true,
       whileAlive([request = request_](SentrelController& self, const PropertyList& answer) {
         self.takeWatchAnswer(request, answer);
       }));
@@ -147,7 +147,7 @@ void SentrelController::askWatch() {
 void SentrelController::takeWatchAnswer(RequestNumber request, const PropertyList& answer) {
   // The request that asked may be over, and another in progress.
   if (!isInProgress(request) || !watchAllowsUnlock(answer)) return;
-  vibrateAppleWatch(oneTap);
+  watch::vibrate(bridge_.platform(), oneTap);
   // Another event may have restarted it while the watch was asked.
   monitor_->stopManager();
   setJustAuthenticated(/*value=*/true);

@@ -6,6 +6,7 @@
 #include "sentrel/platform/SharingDaemon.h"
 #include "sentrel/watch/WatchMessages.h"
 #include "sentrel/watch/WatchProtocol.h"
+#include "sentrel/watch/WatchQueries.h"
 
 namespace sentrel {
 namespace {
@@ -31,14 +32,9 @@ PropertyList resultOf(const std::optional<PropertyList>& reply) {
   return result ? *result : Dictionary();
 }
 
-}  // namespace
-}  // namespace sentrel
-
-using namespace sentrel;
-
-void sendSNWatchQueryWithReply(const PropertyList::Dictionary& query, WatchReply reply) {
-  const auto connection = Bridge::sharedBridge().platform().xpc->createMachServiceConnection(
-      std::string(sharingDaemonServiceName));
+void send(const Platform& platform, const Dictionary& query, WatchReply reply) {
+  const auto connection =
+      platform.xpc->createMachServiceConnection(std::string(sharingDaemonServiceName));
   if (!connection) return;
   connection->resume();
   connection->sendMessageWithReply(
@@ -47,22 +43,18 @@ void sendSNWatchQueryWithReply(const PropertyList::Dictionary& query, WatchReply
       });
 }
 
-void sendGeneralSNWatchQueryWithReply(bool preferSecondRSSI, WatchReply reply) {
-  using watch::Item;
+}  // namespace
+
+void watch::askForUnlock(const Platform& platform, bool preferSecondRSSI, WatchReply reply) {
   const Item rssi = preferSecondRSSI ? Item::preferredRSSI : Item::firstRSSI;
   Array items;
   for (const Item item : {Item::wristState, Item::lockState, Item::nearby, Item::active,
                           Item::connected, rssi, Item::name})
     items.push_back(numberOf(item));
-  sendSNWatchQueryWithReply(queryFor(std::move(items)), std::move(reply));
+  send(platform, queryFor(std::move(items)), std::move(reply));
 }
 
-void sendInvalidateRSSISNWatchQueryWithReply(WatchReply reply) {
-  sendSNWatchQueryWithReply(queryFor(Array{true}), std::move(reply));
-}
-
-void vibrateAppleWatch(std::int64_t mode) {
-  const Platform& platform = Bridge::sharedBridge().platform();
+void watch::vibrate(const Platform& platform, std::int64_t mode) {
   const auto connection = platform.xpc->connectToAudioControl(
       std::string(nanoAudioControlServiceName), privilegedConnection);
   if (!connection) return;
@@ -75,4 +67,24 @@ void vibrateAppleWatch(std::int64_t mode) {
     connection->setHapticIntensity(fullIntensity);
     connection->invalidate();
   });
+}
+
+}  // namespace sentrel
+
+using namespace sentrel;
+
+void sendSNWatchQueryWithReply(const PropertyList::Dictionary& query, WatchReply reply) {
+  send(Bridge::sharedBridge().platform(), query, std::move(reply));
+}
+
+void sendGeneralSNWatchQueryWithReply(bool preferSecondRSSI, WatchReply reply) {
+  watch::askForUnlock(Bridge::sharedBridge().platform(), preferSecondRSSI, std::move(reply));
+}
+
+void sendInvalidateRSSISNWatchQueryWithReply(WatchReply reply) {
+  sendSNWatchQueryWithReply(queryFor(Array{true}), std::move(reply));
+}
+
+void vibrateAppleWatch(std::int64_t mode) {
+  watch::vibrate(Bridge::sharedBridge().platform(), mode);
 }

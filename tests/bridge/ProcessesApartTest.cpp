@@ -1,7 +1,12 @@
 #include <gmock/gmock.h>
 
+#include "sentrel/authui/SNAuthenticationView.h"
+#include "sentrel/authui/SNWindow.h"
 #include "sentrel/bridge/Notifications.h"
 #include "sentrel/bridge/SNUtils.h"
+#include "sentrel/uikit/UIApplication.h"
+#include "sentrel/uikit/UIColor.h"
+#include "sentrel/uikit/UILabel.h"
 #include "tests/support/TwoProcesses.h"
 
 namespace sentrel {
@@ -28,6 +33,15 @@ TEST_F(ProcessesApart, AskAndChangeTheirOwnDeviceWhereverTheyAreAsked) {
   EXPECT_TRUE(settings().addToProtectedApps("com.example.bank"));
   EXPECT_EQ(posted(notifications::settingsChanged), before + 1);
   EXPECT_TRUE(otherDevice_.darwin().posted().empty());
+}
+
+TEST_F(ProcessesApart, AViewBelongsToTheProcessThatItIsMadeFor) {
+  otherDevice_.screen().setUserInterfaceStyle(UIUserInterfaceStyle::dark);
+  const Process::Scope elsewhere(otherHome_->process());
+  const auto& title = springBoard->process().authenticationView()->titleLabel();
+  EXPECT_EQ(title->textColor(), UIColor::darkGrayColor()) << "the other device is dark";
+  springBoard->process().overlayWindow()->setHidden(/*hidden=*/false);
+  EXPECT_TRUE(otherHome_->process().application().windows().empty());
 }
 
 TEST_F(ProcessesApart, ALogLineIsWrittenButMakesNoSettings) {
