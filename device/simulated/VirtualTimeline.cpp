@@ -4,7 +4,13 @@
 
 namespace sentrel::simulated {
 
+WallTime VirtualTimeline::now() const {
+  const std::lock_guard lock(mutex_);
+  return now_;
+}
+
 void VirtualTimeline::setWallClock(WallTime now) {
+  const std::lock_guard lock(mutex_);
   const Seconds shift = now - now_;
   std::map<Due, Block> shifted;
   for (auto& [due, block] : blocks_)
@@ -14,34 +20,43 @@ void VirtualTimeline::setWallClock(WallTime now) {
 }
 
 void VirtualTimeline::after(Seconds delay, Block block) {
+  const std::lock_guard lock(mutex_);
   const WallTime due = delay > Seconds(0) ? now_ + delay : now_;  // no number is no delay
   blocks_.emplace(Due(due, queued_++), std::move(block));
 }
 
 void VirtualTimeline::advance(Seconds time) {
-  const WallTime end = now_ + time;
-  while (!blocks_.empty() && blocks_.begin()->first.first <= end)
-    runFirst();
+  const WallTime end = now() + time;
+  while (runFirst(end)) {
+  }
+  const std::lock_guard lock(mutex_);
   now_ = end;
 }
 
 bool VirtualTimeline::runNextMoment(WallTime latest) {
-  if (blocks_.empty() || blocks_.begin()->first.first > latest) return false;
-  const WallTime moment = std::max(now_, blocks_.begin()->first.first);
-  while (!blocks_.empty() && blocks_.begin()->first.first <= moment)
-    runFirst();
+  if (!runFirst(latest)) return false;
+  const WallTime moment = now();
+  while (runFirst(moment)) {
+  }
   return true;
 }
 
 void VirtualTimeline::runUntilIdle() {
-  while (!blocks_.empty())
-    runFirst();
+  while (runFirst(WallTime::max())) {
+  }
 }
 
-void VirtualTimeline::runFirst() {
-  auto first = blocks_.extract(blocks_.begin());
-  now_ = std::max(now_, first.key().first);
-  first.mapped()();
+bool VirtualTimeline::runFirst(WallTime latest) {
+  Block block;
+  {
+    const std::lock_guard lock(mutex_);
+    if (blocks_.empty() || blocks_.begin()->first.first > latest) return false;
+    auto first = blocks_.extract(blocks_.begin());
+    now_ = std::max(now_, first.key().first);
+    block = std::move(first.mapped());
+  }
+  block();
+  return true;
 }
 
 }  // namespace sentrel::simulated

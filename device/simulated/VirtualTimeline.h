@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <mutex>
 #include <utility>
 
 #include "sentrel/platform/Clock.h"
@@ -11,12 +12,12 @@ namespace sentrel::simulated {
 
 /// Virtual time, shared by every process of a simulated device. Time stands still while a block
 /// runs and jumps from one due block to the next, so every block sees the moment it was due at.
-/// Not for use from several threads.
+/// Blocks are queued from any thread; one thread at a time moves time on and runs them.
 class VirtualTimeline final : public Clock {
  public:
   using Block = std::function<void()>;
 
-  WallTime now() const override { return now_; }
+  WallTime now() const override;
 
   /// Sets the wall clock back or forward without running anything: what is due stays as far away
   /// as it was.
@@ -38,13 +39,13 @@ class VirtualTimeline final : public Clock {
   /// Runs until nothing is left, however far away it is.
   void runUntilIdle();
 
-  bool isIdle() const noexcept { return blocks_.empty(); }
-
  private:
   using Due = std::pair<WallTime, std::uint64_t>;
 
-  void runFirst();
+  /// Runs the first block that is due at `latest` or before. False where there is none.
+  bool runFirst(WallTime latest);
 
+  mutable std::mutex mutex_;
   WallTime now_{Seconds(1'700'000'000)};
   std::uint64_t queued_ = 0;
   std::map<Due, Block> blocks_;

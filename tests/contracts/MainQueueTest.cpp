@@ -4,6 +4,8 @@
 
 #include <limits>
 #include <string>
+#include <thread>
+#include <vector>
 
 #include "device/loop/RunLoop.h"
 #include "device/simulated/SimulatedDevice.h"
@@ -71,6 +73,18 @@ TYPED_TEST(MainQueues, RunWhatABlockQueuesOnALaterTurn) {
   });
   this->queue_.async(this->noting('b'));
   this->expectOrder("abc");
+}
+
+TYPED_TEST(MainQueues, TakeBlocksFromEveryThread) {
+  {
+    std::vector<std::jthread> threads;
+    for (int thread = 0; thread < 4; ++thread)
+      threads.emplace_back([this] {
+        for (int i = 0; i < 50; ++i)
+          this->queue_.async(this->noting('a'));
+      });
+  }
+  this->expectOrder(std::string(200, 'a'));
 }
 
 }  // namespace
