@@ -19,6 +19,9 @@ enum class GlyphState : std::int64_t {
   retry = 7,
   notRecognizedAgain = 10,
   recognized = 12,
+  /// No tries are left: before system 13.5, and from it on.
+  exhaustedBefore135 = 13,
+  exhausted135 = 28,
 };
 
 }  // namespace sentrel

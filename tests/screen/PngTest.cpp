@@ -1,29 +1,16 @@
 #include "device/screen/Png.h"
 
-#include <unistd.h>
-
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-
 #include "sentrel/uikit/UILabel.h"
 #include "sentrel/uikit/UIVisualEffectView.h"
 #include "tests/screen/ScreenTest.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace sentrel::screen {
 namespace {
 
 class Png : public ScreenTest {
  protected:
-  Png() { std::filesystem::create_directories(folder_); }
-  ~Png() override { std::filesystem::remove_all(folder_); }
-
-  std::string path(const std::string& name) const { return (folder_ / name).string(); }
-
-  static std::string contents(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
+  std::string path(const std::string& name) const { return folder_.path(name); }
 
   /// A text on a blur on a colour, painted with fonts of its own.
   Canvas paintScene() {
@@ -39,8 +26,7 @@ class Png : public ScreenTest {
     return canvas;
   }
 
-  std::filesystem::path folder_ =
-      std::filesystem::temp_directory_path() / ("sentrel-png-" + std::to_string(getpid()));
+  TemporaryFolder folder_;
 };
 
 TEST_F(Png, HoldsWhatWasPainted) {
@@ -53,8 +39,8 @@ TEST_F(Png, HoldsWhatWasPainted) {
 TEST_F(Png, PaintingTwiceGivesTheSameBytes) {
   writePng(paintScene(), path("one.png"));
   writePng(paintScene(), path("other.png"));
-  EXPECT_THAT(contents(path("one.png")), testing::StartsWith("\x89PNG"));
-  EXPECT_EQ(contents(path("one.png")), contents(path("other.png")));
+  EXPECT_THAT(folder_.content("one.png"), testing::StartsWith("\x89PNG"));
+  EXPECT_EQ(folder_.content("one.png"), folder_.content("other.png"));
 }
 
 TEST_F(Png, AFileThatCannotBeWrittenIsNamed) {
