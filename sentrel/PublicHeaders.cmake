@@ -21,6 +21,7 @@ set(sentrel_headers
   bridge/SNUtils.h
   bridge/TextFormat.h
   controller/BulletinRequest.h
+  controller/DeferredActions.h
   controller/Invocation.h
   controller/SentrelController.h
   effects/ProtectionOverlay.h

@@ -60,7 +60,8 @@ void RunLoop::add(std::weak_ptr<Source> source) {
 
 void RunLoop::run() {
   while (!stopping_.load())
-    turn();
+    runOnce();
+  ++turn_;
   stopping_.store(false);
 }
 
@@ -77,7 +78,7 @@ void RunLoop::wake() noexcept {
   errno = error;
 }
 
-void RunLoop::turn() {
+void RunLoop::runOnce() {
   runDueBlocks();
   if (!stopping_.load()) waitAndDispatch();
 }
@@ -90,6 +91,7 @@ void RunLoop::runDueBlocks() {
     return queued_;
   }();
   while (const Block block = takeDue(now, limit)) {
+    ++turn_;
     block();
     if (stopping_.load()) return;
   }
@@ -118,7 +120,9 @@ void RunLoop::waitAndDispatch() {
   const Moment now = std::chrono::steady_clock::now();
   for (std::size_t i = 0; i < waiting_.size(); ++i) {
     const bool isReady = descriptors_[i + 1].revents != 0;
-    if (isReady || waiting_[i].deadline <= now) waiting_[i].source->dispatch();
+    if (!isReady && waiting_[i].deadline > now) continue;
+    ++turn_;
+    waiting_[i].source->dispatch();
   }
   waiting_.clear();
 }

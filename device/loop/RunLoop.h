@@ -49,6 +49,7 @@ class RunLoop final : public MainQueue {
 
   void async(Block block) override;
   void after(Seconds delay, Block block) override;
+  std::uint64_t turn() const override { return turn_; }
 
   /// Watches `source` for as long as it lives. To be called on the loop's thread, or before run().
   void add(std::weak_ptr<Source> source);
@@ -71,7 +72,7 @@ class RunLoop final : public MainQueue {
     Moment deadline;
   };
 
-  void turn();
+  void runOnce();
   void runDueBlocks();
   Block takeDue(Moment now, std::uint64_t limit);
   std::optional<Seconds> untilNextBlock();
@@ -85,6 +86,7 @@ class RunLoop final : public MainQueue {
   bool isWaiting_ = false;
 
   // Of the loop's thread alone. The two lists of a wait are members to keep their memory.
+  std::uint64_t turn_ = 0;
   std::vector<std::weak_ptr<Source>> sources_;
   std::vector<Waiting> waiting_;
   std::vector<pollfd> descriptors_;

@@ -28,6 +28,8 @@ class SimulatedMainQueue final : public MainQueue {
     });
   }
 
+  std::uint64_t turn() const override { return timeline_.turn(); }
+
  private:
   VirtualTimeline& timeline_;
   std::weak_ptr<Process> process_;

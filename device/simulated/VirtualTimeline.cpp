@@ -31,6 +31,7 @@ void VirtualTimeline::advance(Seconds time) {
   }
   const std::lock_guard lock(mutex_);
   now_ = end;
+  ++turn_;
 }
 
 bool VirtualTimeline::runNextMoment(WallTime latest) {
@@ -55,7 +56,9 @@ bool VirtualTimeline::runFirst(WallTime latest) {
     now_ = std::max(now_, first.key().first);
     block = std::move(first.mapped());
   }
+  ++turn_;
   block();
+  ++turn_;
   return true;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -39,6 +40,10 @@ class VirtualTimeline final : public Clock {
   /// Runs until nothing is left, however far away it is.
   void runUntilIdle();
 
+  /// How often a block has begun or ended, or time was made to pass: another number within each
+  /// block and between any two.
+  std::uint64_t turn() const noexcept { return turn_; }
+
  private:
   using Due = std::pair<WallTime, std::uint64_t>;
 
@@ -48,6 +53,7 @@ class VirtualTimeline final : public Clock {
   mutable std::mutex mutex_;
   WallTime now_{Seconds(1'700'000'000)};
   std::uint64_t queued_ = 0;
+  std::atomic<std::uint64_t> turn_ = 0;
   std::map<Due, Block> blocks_;
 };
 

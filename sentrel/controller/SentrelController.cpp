@@ -76,7 +76,8 @@ void SentrelController::deviceLocked() {
 
 void SentrelController::deviceScreenDimmed() {
   passcodeMatched(/*matched=*/false, /*animated=*/false);
-  monitor_->stopManager();
+  // An application that is not the system's keeps its prompt.
+  restSensor();
 }
 
 std::shared_ptr<UIResponder> SentrelController::alertController() const {

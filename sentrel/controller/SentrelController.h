@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "sentrel/authui/PromptSurface.h"
-#include "sentrel/controller/Invocation.h"
+#include "sentrel/controller/DeferredActions.h"
 #include "sentrel/platform/Biometrics.h"
 #include "sentrel/platform/HomeScreen.h"
 #include "sentrel/platform/Late.h"
@@ -166,11 +166,10 @@ class SENTREL_API SentrelController final : public UnlockSessions,
   bool isJustAuthenticated() const noexcept { return justAuthenticated_; }
   void setJustAuthenticated(bool value) noexcept { justAuthenticated_ = value; }
 
-  /// Run after success, dropped on cancel; null for none.
-  const std::shared_ptr<Invocation>& invocation() const noexcept { return invocation_; }
-  void setInvocation(std::shared_ptr<Invocation> invocation) {
-    invocation_ = std::move(invocation);
-  }
+  /// Run after the success of the request that it belongs to, as DeferredActions tells; dropped
+  /// when that is cancelled, fails or is replaced. Null for none.
+  std::shared_ptr<Invocation> invocation() const { return deferred_.latest(); }
+  void setInvocation(std::shared_ptr<Invocation> invocation);
 
   /// Of the request in progress, and of the one handed to the home screen; empty for none.
   const Completion& completionBlock() const noexcept { return completionBlock_; }
@@ -206,16 +205,16 @@ class SENTREL_API SentrelController final : public UnlockSessions,
                     std::shared_ptr<SNTouchIDManager> monitor, PromptSurfaces surfaces,
                     Late<SNWindow> overlayWindow);
 
-  /// Names a request: each has its own, and once it is over it is nobody's.
-  using RequestNumber = std::uint64_t;
+  using RequestNumber = DeferredActions::Request;
 
-  /// A request whose prompt is due.
   struct Request {
+    RequestNumber number = DeferredActions::nobody;
     Text title;
     Text message;
-    bool isPasscodeForced = false;
     Presenter presenter;
-    RequestNumber number = 0;
+    bool isTouchForced = false;
+    /// Known when it begins.
+    bool isPasscodeForced = false;
   };
 
   void observeResults();
@@ -224,6 +223,9 @@ class SENTREL_API SentrelController final : public UnlockSessions,
   Completion recording(Completion completion, std::function<std::optional<SessionKey>()> key);
   void promptForService(std::string_view service, const Presenter& delegate, Completion completion);
 
+  void allowUnasked(const Completion& completion);
+  RequestNumber takeNumber();
+  void beginLater(Request request, Completion completion);
   void begin(Request request, Completion completion);
   void show(const Request& request, PromptSurface& surface);
   void switchModes();
@@ -244,6 +246,10 @@ class SENTREL_API SentrelController final : public UnlockSessions,
   bool isInProgress(RequestNumber request) const noexcept {
     return completionBlock_ && request == request_;
   }
+  RequestNumber requestInProgress() const noexcept {
+    return completionBlock_ ? request_ : DeferredActions::nobody;
+  }
+  bool isPasscodeForced() const noexcept { return completionBlock_ && passcodeForced_; }
   bool hasStoredPasscode() const;
 
   bool isOwnPromptShowing() const;
@@ -283,10 +289,14 @@ class SENTREL_API SentrelController final : public UnlockSessions,
 
   bool alertShowing_ = false;
 
-  RequestNumber request_ = 0;
+  RequestNumber lastAsked_ = DeferredActions::nobody;
+  /// The request that began last, and the one whose prompt was shown last.
+  RequestNumber request_ = DeferredActions::nobody;
+  RequestNumber shownFor_ = DeferredActions::nobody;
+  bool passcodeForced_ = false;
   Completion completionBlock_;
   Completion completionHandler_;
-  std::shared_ptr<Invocation> invocation_;
+  DeferredActions deferred_;
   bool justAuthenticated_ = false;
   bool lastResultWasMatch_ = false;
 };

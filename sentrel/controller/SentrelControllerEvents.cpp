@@ -43,6 +43,8 @@ void SentrelController::biometricKitInterfaceHandleEvent(
   bridge_.logMessage(rule);
   logEvent(bridge_, interface, event);
   bridge_.logMessage(rule);
+  // The view of a request that takes the passcode alone may not be on screen yet.
+  if (isPasscodeForced()) return;
   const auto view = viewInUse();
   if (view && view->currentAuthenticationMode() == SNAuthenticationModePasscode) return;
   if (isResult(bridge_, event))
@@ -86,7 +88,6 @@ void SentrelController::handleAttemptsExhausted() {
 
 void SentrelController::failPromptAndStop() {
   monitor_->stopManager();
-  setInvocation(nullptr);
   handleAuthenticationFailed(/*isFinal=*/true);
   dismissAuthenticationViewController(/*animated=*/true);
   executeCompletionBlock(/*allowed=*/false, noEvent);
@@ -117,6 +118,8 @@ void SentrelController::handleResult(BiometricEvent event) {
 }
 
 void SentrelController::finishResult(BiometricEvent event, GlyphState shown) {
+  // What was sensed for an earlier request passes none that takes the passcode alone.
+  if (isPasscodeForced()) return setJustAuthenticated(/*value=*/false);
   if (bridge_.isIOS11() &&
       isOneOf(shown, {GlyphState::idle, GlyphState::notRecognized, GlyphState::retry}))
     restartIfShowing();
@@ -182,9 +185,9 @@ void SentrelController::scheduleGlyphReset() {
 }
 
 /// The sensor is held only for a prompt that is on screen. One whose request is over goes on the
-/// next turn, and nobody would stop the sensor after it.
+/// next turn, and nobody would stop the sensor after it; nor after one that was just passed.
 void SentrelController::restartIfShowing() {
-  if (completionBlock_ && isAlertShowing()) monitor_->startManager();
+  if (completionBlock_ && isPromptWaiting()) monitor_->startManager();
 }
 
 }  // namespace sentrel

@@ -23,8 +23,8 @@ void SentrelController::executeCompletionBlock(bool allowed, BiometricEvent obse
   setJustAuthenticated(isMatch);
   if (isMatch)
     if (const auto view = viewInUse()) view->hideKeyboard();
+  deferred_.drop(requestInProgress());
   // Taken out before it is called: what it does cannot end the request a second time.
-  ++request_;
   if (const auto completion = std::exchange(completionBlock_, nullptr))
     completion(isMatch, allowed);
   bridge_.postDarwinNotification(isMatch ? notifications::authenticationSuccess
@@ -49,8 +49,6 @@ void SentrelController::passcodeMatched(bool matched, bool animated) {
     if (matched) {
       monitor_->stopManager();
       invokeCustomInvocation();
-    } else {
-      setInvocation(nullptr);
     }
     dismissAuthenticationViewController(animated, nullptr);
     executeCompletionBlock(matched, matched ? matchEvent : noEvent);
@@ -58,8 +56,12 @@ void SentrelController::passcodeMatched(bool matched, bool animated) {
   if (view) view->resetPasscodeState();
 }
 
+void SentrelController::setInvocation(std::shared_ptr<Invocation> invocation) {
+  deferred_.set(std::move(invocation), platform_.mainQueue->turn(), requestInProgress());
+}
+
 void SentrelController::invokeCustomInvocation() {
-  const auto invocation = std::exchange(invocation_, nullptr);
+  const auto invocation = deferred_.take(requestInProgress());
   if (!invocation) return;
   bridge_.setCurrentAuthenticatedAppBundleId(invocation->argumentBundleIdentifier());
   invocation->invoke();

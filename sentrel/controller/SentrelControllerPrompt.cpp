@@ -17,17 +17,35 @@ void SentrelController::showAuthenticationViewController(const Text& title, cons
 void SentrelController::showAuthenticationViewController(const Text& title, const Text& message,
                                                          bool forceTouch, const Presenter& delegate,
                                                          Completion completion) {
+  beginLater({.number = takeNumber(),
+              .title = title,
+              .message = message,
+              .presenter = delegate,
+              .isTouchForced = forceTouch},
+             std::move(completion));
+}
+
+/// A request is named in the turn in which it is asked for, in whichever it begins.
+SentrelController::RequestNumber SentrelController::takeNumber() {
+  deferred_.askedFor(++lastAsked_, platform_.mainQueue->turn());
+  return lastAsked_;
+}
+
+void SentrelController::beginLater(Request request, Completion completion) {
   const auto delay =
       std::chrono::duration_cast<std::chrono::nanoseconds>(bridge_.dispatchDelayFromCC());
   platform_.mainQueue->after(
-      delay, whileAlive([title, message, forceTouch, delegate,
-                         completion = std::move(completion)](SentrelController& self) {
-        const bool isPasscodeForced = self.settings_.shouldUsePasscodeOnly() && !forceTouch;
-        self.begin({title, message, isPasscodeForced, delegate, ++self.request_}, completion);
-      }));
+      delay, whileAlive([request = std::move(request), completion = std::move(completion)](
+                            SentrelController& self) { self.begin(request, completion); }));
 }
 
 void SentrelController::begin(Request request, Completion completion) {
+  request.isPasscodeForced = settings_.shouldUsePasscodeOnly() && !request.isTouchForced;
+  // One that is still in progress is replaced.
+  if (completionBlock_) deferred_.drop(request_);
+  deferred_.begin(request.number);
+  request_ = request.number;
+  passcodeForced_ = request.isPasscodeForced;
   completionBlock_ = [completion = std::move(completion)](bool authenticated, bool allowed) {
     if (completion) completion(authenticated, allowed);
   };
@@ -51,6 +69,7 @@ void SentrelController::begin(Request request, Completion completion) {
 void SentrelController::show(const Request& request, PromptSurface& surface) {
   for (const auto& each : {surfaces_.alert.get(), surfaces_.legacy.get()})
     each->forget();
+  shownFor_ = request.number;
   surface.show({
       .title = request.title,
       .message = request.message,
@@ -75,7 +94,6 @@ bool SentrelController::hasStoredPasscode() const {
 }
 
 void SentrelController::cancel() {
-  setInvocation(nullptr);
   dismissAuthenticationViewController(/*animated=*/true);
   executeCompletionBlock(/*allowed=*/false, noEvent);
   monitor_->stopManager();
@@ -92,8 +110,8 @@ void SentrelController::alertView(UIAlertView& alertView, int didDismissWithButt
   // An alert tells of its dismissal late: it may have been dismissed from here, or replaced.
   if (&alertView != surfaces_.legacy->alert().get()) return;
   if (didDismissWithButtonIndex != alertView.cancelButtonIndex()) return switchModes();
+  if (completionBlock_ && !isInProgress(shownFor_)) return;
   monitor_->stopManager();
-  setInvocation(nullptr);
   dismissAuthenticationViewController(/*animated=*/true);
   executeCompletionBlock(/*allowed=*/false, noEvent);
 }
@@ -120,6 +138,7 @@ void SentrelController::switchModes() {
 /// A face would be found by itself, and end the prompt while its owner types: the sensor rests
 /// meanwhile.
 void SentrelController::followMode() {
+  if (isJustAuthenticated()) return;
   const auto view = viewInUse();
   if (!view || view->currentAuthenticationMode() != SNAuthenticationModePasscode) {
     if (completionBlock_) startSentrelEvents();

@@ -15,10 +15,6 @@ auto always(std::optional<SessionKey> key) {
   return [key = std::move(key)] { return key; };
 }
 
-void allowUnasked(const SentrelController::Completion& completion) {
-  if (completion) completion(/*authenticated=*/false, /*allowed=*/true);
-}
-
 }  // namespace
 
 /// Hands the outcome on to `completion`, and then records a session under `key` on success.
@@ -30,6 +26,11 @@ SentrelController::Completion SentrelController::recording(
     if (!authenticated) return;
     if (const auto self = weak.lock()) self->updateLastAuthenticationTime(key());
   };
+}
+
+void SentrelController::allowUnasked(const Completion& completion) {
+  deferred_.askedFor(DeferredActions::ended, platform_.mainQueue->turn());
+  if (completion) completion(/*authenticated=*/false, /*allowed=*/true);
 }
 
 void SentrelController::requiresAuthentication(const std::string& bundleIdentifier,
@@ -129,6 +130,7 @@ void SentrelController::requiresAuthenticationForPhotos(const Presenter& delegat
                                                         Completion completion) {
   if (bridge_.isSpringBoard() || bridge_.isIOS11())
     return promptForService(service_names::photos, delegate, std::move(completion));
+  deferred_.askedFor(DeferredActions::ended, platform_.mainQueue->turn());
   completionHandler_ = std::move(completion);
   ask<messages::HandleAuthentication>(bridge_,
                                       {std::string(bridge_.localizedString(service_names::photos)),
@@ -149,15 +151,19 @@ void SentrelController::requiresAuthentication(const Text& title, const Text& me
 void SentrelController::requiresAuthentication(const Text& title, const Text& message,
                                                Completion completion) {
   platform_.mainQueue->async(
-      whileAlive([title, message, completion = std::move(completion)](SentrelController& self) {
+      whileAlive([number = takeNumber(), title, message,
+                  completion = std::move(completion)](SentrelController& self) {
         const auto window = self.overlayWindow_();
         window->setHidden(/*hidden=*/false);
         const auto recorded = self.recording(completion, always(keyOf(title)));
-        self.requiresAuthenticationForItem(title, message, window->rootViewController(),
-                                           [recorded, window](bool authenticated, bool allowed) {
-                                             recorded(authenticated, allowed);
-                                             window->closeWindow();
-                                           });
+        self.beginLater({.number = number,
+                         .title = title,
+                         .message = message,
+                         .presenter = window->rootViewController()},
+                        [recorded, window](bool authenticated, bool allowed) {
+                          recorded(authenticated, allowed);
+                          window->closeWindow();
+                        });
       }));
 }
 
