@@ -68,6 +68,7 @@ class NoQueue final : public sentrel::MainQueue {
  public:
   void async(Block) override {}
   void after(sentrel::Seconds, Block) override {}
+  std::uint64_t turn() const override { return 0; }
 };
 
 class NoFiles final : public sentrel::FileSystem {

@@ -51,6 +51,7 @@ class SimulatedSensor {
   /// Every assertion that is held, in the order in which they were taken.
   const std::vector<Assertion>& assertions() const noexcept { return assertions_; }
   std::vector<std::string> reasons() const;
+  bool isHeld() const noexcept { return !assertions_.empty(); }
 
   /// Senses something, a finger until it is lifted: every listener hears of it, on a later turn of
   /// its process's main queue.

@@ -220,7 +220,7 @@ Mark Phone::everything() {
 }
 
 bool Phone::isSensorHeld() {
-  bool isHeld = !device_.sensor().assertions().empty();
+  bool isHeld = device_.sensor().isHeld();
   const auto look = [&isHeld] {
     isHeld = isHeld || SNTouchIDManager::sharedManager()->isRunning();
   };

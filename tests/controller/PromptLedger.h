@@ -6,36 +6,79 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace sentrel {
 
-/// What may become of requests, kept by whoever watches from outside: who asked, who proved to be
-/// the owner and when, and how each request ended. It knows nothing of how prompts work.
+/// What may become of the requests and deferred actions of one process, kept by whoever watches
+/// from outside: who asked, who proved to be the owner and when, and how each request ended. It
+/// knows nothing of how prompts work.
 ///
 /// A replaced request never ends. A proof that takes effect later, such as a match that the glyph
 /// is still showing, holds for the request in progress then, also for one that began after it.
 class PromptLedger {
  public:
+  enum class Proof { passcode, match };
+
   /// Answers the request's number. It begins on the next turn.
-  std::size_t ask() {
-    requests_.emplace_back();
+  std::size_t ask(bool takesPasscodeAlone) {
+    requests_.push_back({.takesPasscodeAlone = takesPasscodeAlone});
     return requests_.size() - 1;
   }
 
-  /// A turn is over: what was asked before has begun, and has taken over.
-  void turnIsOver() { begun_ = requests_.size(); }
+  /// Answers the action's number.
+  std::size_t defer() {
+    const bool isKept = isInProgress(current());
+    actions_.push_back({.isOpen = true, .keeper = isKept ? current() : none});
+    return actions_.size() - 1;
+  }
+
+  /// The turn is over: each action of it has found its request.
+  void endTurn() {
+    for (Action& action : actions_) {
+      // One that nobody was there for goes to the next request, if a success of nobody's does not
+      // run it before.
+      if (!action.isOpen && !action.owners.empty()) continue;
+      for (std::size_t asked = begun_; asked < requests_.size(); ++asked)
+        action.owners.insert(asked);
+      action.mayBeLost |= !action.isOpen;
+      if (action.isOpen && action.owners.empty() && action.keeper != none)
+        action.owners.insert(action.keeper);
+      action.isOpen = false;
+    }
+  }
+
+  /// What was asked for before has begun, and has taken over.
+  void beginAsked() { begun_ = requests_.size(); }
 
   /// The owner is proven to whoever is in progress at `moment`.
-  void provenAt(double moment) { proofs_.push_back(moment); }
+  void provenAt(double moment, Proof proof) { proofs_.push_back({moment, proof}); }
 
-  // The watch stands in for the owner in the request alone that had it asked.
-  void watchAsked() { watchAskedFor_ = isInProgress(current()) ? current() : none; }
-  void watchAgrees() { agreedOn_.insert(watchAskedFor_); }
+  /// The watch stands in for the owner in the request alone that had it asked.
+  void watchAgrees(std::size_t request) {
+    if (isInProgress(request) && !requests_[request].takesPasscodeAlone) agreedOn_.insert(request);
+  }
 
   // What may fail a request: its own Cancel button, or what fails whatever is in progress then.
   void mayBeCancelled(std::size_t request) { cancelled_.insert(request); }
-  void mayFailAt(double moment) { failures_.push_back(moment); }
+  void mayFailAt(double moment) {
+    failures_.push_back(moment);
+    // What was set in this turn may go with it, or stay for a request that is yet to be asked for.
+    for (Action& action : actions_)
+      action.mayBeLost |= action.isOpen;
+  }
+
+  void run(std::size_t number, double now) {
+    Action& action = actions_.at(number);
+    if (std::exchange(action.hasRun, true)) complain("an action ran twice");
+    const auto agreedOn = [this](std::size_t owner) { return agreedOn_.contains(owner); };
+    // The watch's request ends a turn later, or never if it is replaced first.
+    if (std::ranges::any_of(action.owners, agreedOn)) return;
+    const bool wasNobodys = action.owners.empty() || action.mayBeLost;
+    if (wasNobodys && !isInProgress(current()) && isProvenAt(now)) return;
+    ran_.push_back(number);
+  }
 
   void end(std::size_t request, bool authenticated, bool allowed, double now) {
     Request& ended = requests_.at(request);
@@ -44,7 +87,7 @@ class PromptLedger {
     if (begun_ > 0 && request + 1 < begun_) complain("a request ended that had been replaced");
     if (authenticated && !isProven(request, now)) complain("a request succeeded without proof");
     if (!authenticated && !mayFail(request, now)) complain("a request failed without a cause");
-    ended.succeeded |= authenticated;
+    settleActions(request, authenticated);
   }
 
   bool hasEnded(std::size_t request) const { return requests_.at(request).ends > 0; }
@@ -53,14 +96,10 @@ class PromptLedger {
   std::size_t current() const { return begun_ == 0 ? none : begun_ - 1; }
   bool isInProgress(std::size_t request) const { return request != none && !hasEnded(request); }
 
-  std::set<std::size_t> succeeded() const {
-    std::set<std::size_t> numbers;
-    for (std::size_t i = 0; i < requests_.size(); ++i)
-      if (requests_[i].succeeded) numbers.insert(i);
-    return numbers;
+  void comeToRest() {
+    if (isInProgress(current())) complain("a request never ended");
+    if (!ran_.empty()) complain("an action ran and no request succeeded");
   }
-
-  static std::string key(std::size_t request) { return "request " + std::to_string(request); }
 
   /// The first thing that must never happen.
   void complain(const std::string& text) {
@@ -72,30 +111,65 @@ class PromptLedger {
 
  private:
   struct Request {
+    bool takesPasscodeAlone = false;
     int ends = 0;
-    bool succeeded = false;
   };
 
+  struct Action {
+    /// Its turn is not over yet.
+    bool isOpen = false;
+    /// In progress when it was set.
+    std::size_t keeper = none;
+    /// The requests that may run it: more than one where several were asked for in its turn.
+    std::set<std::size_t> owners;
+    bool mayBeLost = false;
+    bool hasRun = false;
+  };
+
+  struct ProofAt {
+    double moment;
+    Proof proof;
+  };
+
+  void settleActions(std::size_t request, bool succeeded) {
+    for (const std::size_t number : std::exchange(ran_, {}))
+      if (!succeeded || !actions_[number].owners.contains(request))
+        complain("an action ran without its request's success");
+    const Action* due = nullptr;
+    for (const Action& action : actions_)
+      if (action.owners == std::set{request}) due = &action;
+    if (succeeded && due && !due->mayBeLost && !due->hasRun) complain("an action did not run");
+  }
+
   bool isProven(std::size_t request, double now) const {
-    return agreedOn_.contains(request) || contains(proofs_, now);
+    if (agreedOn_.contains(request)) return true;
+    return std::ranges::any_of(proofs_, [&](const ProofAt& proof) {
+      return isSame(proof.moment, now) &&
+             (proof.proof == Proof::passcode || !requests_[request].takesPasscodeAlone);
+    });
+  }
+
+  bool isProvenAt(double now) const {
+    return std::ranges::any_of(proofs_,
+                               [now](const ProofAt& proof) { return isSame(proof.moment, now); });
   }
 
   bool mayFail(std::size_t request, double now) const {
-    return cancelled_.contains(request) || contains(failures_, now);
+    return cancelled_.contains(request) ||
+           std::ranges::any_of(failures_, [now](double moment) { return isSame(moment, now); });
   }
 
-  static bool contains(const std::vector<double>& moments, double now) {
-    return std::ranges::any_of(moments,
-                               [now](double moment) { return std::abs(moment - now) < 1e-6; });
-  }
+  static bool isSame(double moment, double now) { return std::abs(moment - now) < 1e-6; }
 
   std::vector<Request> requests_;
   std::size_t begun_ = 0;
-  std::vector<double> proofs_;
+  std::vector<Action> actions_;
+  /// Since the last request ended.
+  std::vector<std::size_t> ran_;
+  std::vector<ProofAt> proofs_;
   std::set<std::size_t> cancelled_;
   std::vector<double> failures_;
   std::set<std::size_t> agreedOn_;
-  std::size_t watchAskedFor_ = none;
   std::optional<std::string> complaint_;
 };
 

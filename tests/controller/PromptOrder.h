@@ -10,11 +10,15 @@
 
 namespace sentrel {
 
-/// One thing that happens to a phone with a prompt.
+/// One thing that happens to a phone with prompts, or to one process of it. What is not parted by a
+/// wait may happen within one turn.
 struct Happening {
   enum class Kind {
-    request,  ///< a protected action is asked for, by the presenter of that number or, 2, over all
-    event,    ///< the sensor reports that number
+    /// A protected action is asked for, by the presenter of that number or, 2, over all; 3: by the
+    /// first, where the passcode alone is not enough.
+    request,
+    defer,      ///< an action is set
+    event,      ///< the sensor reports that number
     lateEvent,  ///< the same, told to the controller though the sensor is not listened to
     tapSwitch,  ///< between glyph and passcode
     tapCancel,
@@ -22,23 +26,34 @@ struct Happening {
     typeWrong,
     lock,
     dim,
+    homeScreen,    ///< is lost, or returns
     watchAnswers,  ///< from now on: 0 no, 1 yes, 2 yes but late
     wait,          ///< that many hundredths of a second
   };
 
   Kind kind;
   std::int64_t number = 0;
+  std::size_t place = 0;  ///< the process that it happens to
 };
 
 using PromptOrder = std::vector<Happening>;
 
 inline std::string describe(const Happening& happening) {
-  static constexpr std::array names = {
-      "request from presenter", "event",         "late event",
-      "tap the switch button",  "tap Cancel",    "type the passcode",
-      "type another",           "lock",          "dim",
-      "watch answers",          "wait (1/100 s)"};
-  return std::string(names.at(static_cast<std::size_t>(happening.kind))) + " " +
+  static constexpr std::array names = {"request from presenter",
+                                       "defer an action",
+                                       "event",
+                                       "late event",
+                                       "tap the switch button",
+                                       "tap Cancel",
+                                       "type the passcode",
+                                       "type another",
+                                       "lock",
+                                       "dim",
+                                       "the home screen goes or returns",
+                                       "watch answers",
+                                       "wait (1/100 s)"};
+  return "process " + std::to_string(happening.place) + ": " +
+         names.at(static_cast<std::size_t>(happening.kind)) + " " +
          std::to_string(happening.number);
 }
 
@@ -50,28 +65,31 @@ inline std::string describe(const PromptOrder& order) {
 }
 
 /// An order that begins with a request and goes on as it likes.
-inline PromptOrder randomOrder(std::mt19937_64& random) {
+inline PromptOrder randomOrder(std::mt19937_64& random, std::size_t places) {
   using Kind = Happening::Kind;
   // As often as they are named.
   static constexpr std::array kinds = {
-      Kind::request,   Kind::request,   Kind::event,     Kind::event,     Kind::event,
-      Kind::event,     Kind::lateEvent, Kind::tapSwitch, Kind::tapSwitch, Kind::tapCancel,
-      Kind::typeRight, Kind::typeWrong, Kind::lock,      Kind::dim,       Kind::watchAnswers,
-      Kind::wait,      Kind::wait,      Kind::wait,      Kind::wait};
+      Kind::request,   Kind::request,   Kind::request,   Kind::defer,      Kind::defer,
+      Kind::event,     Kind::event,     Kind::event,     Kind::event,      Kind::lateEvent,
+      Kind::tapSwitch, Kind::tapSwitch, Kind::tapCancel, Kind::tapCancel,  Kind::typeRight,
+      Kind::typeWrong, Kind::lock,      Kind::dim,       Kind::homeScreen, Kind::watchAnswers,
+      Kind::wait,      Kind::wait,      Kind::wait,      Kind::wait,       Kind::wait};
   static constexpr std::array<std::int64_t, 16> events = {3, 3, 3, 0,  1,  2,  4,  5,
                                                           6, 7, 9, 10, 12, 13, 28, -1};
   static constexpr std::array<std::int64_t, 8> waits = {0, 0, 5, 10, 20, 40, 60, 310};
   const auto below = [&random](std::size_t count) { return random() % count; };
-  PromptOrder order{{Kind::request, static_cast<std::int64_t>(below(3))},
+  // Most of what happens, happens to one process.
+  const std::size_t main = below(places);
+  PromptOrder order{{Kind::request, static_cast<std::int64_t>(below(4)), main},
                     {Kind::wait, waits[below(waits.size())]}};
-  for (std::size_t left = 2 + below(7); left > 0; --left) {
+  for (std::size_t left = 2 + below(8); left > 0; --left) {
     const Kind kind = kinds[below(kinds.size())];
     std::int64_t number = 0;
-    if (kind == Kind::request) number = static_cast<std::int64_t>(below(3));
+    if (kind == Kind::request) number = static_cast<std::int64_t>(below(4));
     if (kind == Kind::event || kind == Kind::lateEvent) number = events[below(events.size())];
     if (kind == Kind::watchAnswers) number = static_cast<std::int64_t>(below(3));
     if (kind == Kind::wait) number = waits[below(waits.size())];
-    order.push_back({kind, number});
+    order.push_back({kind, number, below(2) == 0 ? main : below(places)});
   }
   return order;
 }
