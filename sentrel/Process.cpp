@@ -11,6 +11,7 @@
 #include "sentrel/biometrics/SNTouchIDManager.h"
 #include "sentrel/bridge/Bridge.h"
 #include "sentrel/controller/SentrelController.h"
+#include "sentrel/passcode/SNPasscodeViewController.h"
 #include "sentrel/settings/SNSettings.h"
 #include "sentrel/settings/SNWiFiManager.h"
 #include "sentrel/settings/SettingsKeys.h"
@@ -118,6 +119,11 @@ const std::shared_ptr<SNAuthenticationView>& Process::authenticationView() {
 const std::shared_ptr<SNAuthenticationViewController>& Process::authenticationViewController() {
   return authenticationViewController_.share(
       *this, [] { return SNAuthenticationViewController::makeShared(); });
+}
+
+const std::shared_ptr<SNPasscodeViewController>& Process::passcodeViewController() {
+  return passcodeViewController_.share(
+      [this] { return SNPasscodeViewController::makeShared(bridge()); });
 }
 
 const std::shared_ptr<SNWindow>& Process::overlayWindow() {

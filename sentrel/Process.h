@@ -12,6 +12,7 @@ namespace sentrel {
 class Bridge;
 class SNAuthenticationView;
 class SNAuthenticationViewController;
+class SNPasscodeViewController;
 class SNSettings;
 class SNSimplePasscodeView;
 class SNTouchIDManager;
@@ -48,6 +49,7 @@ class SENTREL_API Process final : public ProcessContext {
   const std::shared_ptr<SNSimplePasscodeView>& simplePasscodeView();
   const std::shared_ptr<SNAuthenticationView>& authenticationView();
   const std::shared_ptr<SNAuthenticationViewController>& authenticationViewController();
+  const std::shared_ptr<SNPasscodeViewController>& passcodeViewController();
   const std::shared_ptr<SNWindow>& overlayWindow();
 
  private:
@@ -97,6 +99,7 @@ class SENTREL_API Process final : public ProcessContext {
   Shared<SNSimplePasscodeView> simplePasscodeView_;
   Shared<SNAuthenticationView> authenticationView_;
   Shared<SNAuthenticationViewController> authenticationViewController_;
+  Shared<SNPasscodeViewController> passcodeViewController_;
   Shared<SNWindow> overlayWindow_;
 };
 

@@ -29,6 +29,14 @@ set(sentrel_headers
   effects/TextHeight.h
   effects/UIAlerts.h
   effects/UILookups.h
+  passcode/InterfaceOrientation.h
+  passcode/PasscodeAppearance.h
+  passcode/PasscodeElements.h
+  passcode/PasscodeFlow.h
+  passcode/PasscodeOutcomes.h
+  passcode/PasscodeTexts.h
+  passcode/SNPasscodeViewController.h
+  passcode/SNPasscodeViewControllerDelegate.h
   platform/ApplicationServices.h
   platform/Applications.h
   platform/AssociatedObjects.h
@@ -109,8 +117,11 @@ set(sentrel_headers
   uikit/UIFont.h
   uikit/UIImage.h
   uikit/UIImageView.h
+  uikit/UIKeyboard.h
   uikit/UILabel.h
+  uikit/UINavigationBar.h
   uikit/UINavigationController.h
+  uikit/UINavigationItem.h
   uikit/UIResponder.h
   uikit/UIScreen.h
   uikit/UITabBarController.h

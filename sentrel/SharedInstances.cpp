@@ -9,6 +9,7 @@
 #include "sentrel/biometrics/SNTouchIDManager.h"
 #include "sentrel/bridge/Bridge.h"
 #include "sentrel/controller/SentrelController.h"
+#include "sentrel/passcode/SNPasscodeViewController.h"
 #include "sentrel/settings/SNSettings.h"
 #include "sentrel/settings/SNWiFiManager.h"
 #include "sentrel/uikit/UIApplication.h"
@@ -49,6 +50,10 @@ std::shared_ptr<SNAuthenticationView> SNAuthenticationView::sharedInstance() {
 
 std::shared_ptr<SNAuthenticationViewController> SNAuthenticationViewController::sharedInstance() {
   return Process::current().authenticationViewController();
+}
+
+std::shared_ptr<SNPasscodeViewController> SNPasscodeViewController::sharedUser() {
+  return Process::current().passcodeViewController();
 }
 
 std::shared_ptr<SNWindow> SNWindow::sharedInstance() {

@@ -31,5 +31,6 @@ void paintPasscodes(Gallery& gallery);
 void paintPromptTexts(Gallery& gallery);
 void paintOverlays(Gallery& gallery);
 void paintCallerCovers(Gallery& gallery);
+void paintPasscodeScreens(Gallery& gallery);
 
 }  // namespace sentrel::gallery

@@ -2,6 +2,7 @@
 
 #include "device/screen/Painter.h"
 #include "device/screen/PangoTextMeasuring.h"
+#include "programs/common/Hands.h"
 #include "programs/common/HomeScreen.h"
 #include "programs/common/NumberPad.h"
 #include "sentrel/uikit/UIApplication.h"
@@ -43,6 +44,12 @@ void Stage::setUpDevice() {
 
 void Stage::showNumberPad() {
   process_->run([this] { keyboardWindow_ = programs::makeNumberPad(options_.device.size); });
+}
+
+void Stage::showKeyboard() {
+  process_->run([this] {
+    keyboardWindow_ = programs::makeKeyboardFor(programs::focusedField(), options_.device.size);
+  });
 }
 
 screen::Canvas Stage::picture() {

@@ -21,6 +21,7 @@ struct DeviceKind {
 
 inline constexpr DeviceKind phone{"phone", {375, 667}, 2};
 inline constexpr DeviceKind smallPhone{"small-phone", {320, 568}, 2};
+inline constexpr DeviceKind largePhone{"large-phone", {414, 896}, 2};
 inline constexpr DeviceKind tablet{"tablet", {768, 1024}, 1, UIUserInterfaceIdiom::pad};
 
 struct StageOptions {
@@ -30,6 +31,11 @@ struct StageOptions {
   /// Whether prompts come in the alerts of the older systems.
   bool legacyAlerts = false;
 };
+
+/// The same device, turned.
+constexpr DeviceKind turned(DeviceKind device) {
+  return {device.name, {device.size.height, device.size.width}, device.scale, device.idiom};
+}
 
 /// "phone-dark" and the like.
 std::string describe(const StageOptions& options);
@@ -51,6 +57,10 @@ class Stage {
 
   /// The number pad, at the bottom of the screen.
   void showNumberPad();
+
+  /// The keyboard of whatever field takes what is typed, at the height it has on this device; or
+  /// none.
+  void showKeyboard();
 
   /// Lays every window out and paints the screen as it is at this moment.
   screen::Canvas picture();

@@ -9,7 +9,9 @@ namespace {
 
 constexpr const char* usage =
     "usage: sentrel-gallery OUT-FOLDER\n"
-    "Paints every screen of the prompt, the overlay and the caller cover into PNG files.\n";
+    "Paints every screen of the prompt, the overlay, the caller cover and the passcode screen "
+    "into\n"
+    "PNG files.\n";
 
 void paintEverything(sentrel::gallery::Gallery& gallery) {
   using namespace sentrel::gallery;
@@ -19,6 +21,7 @@ void paintEverything(sentrel::gallery::Gallery& gallery) {
   paintPromptTexts(gallery);
   paintOverlays(gallery);
   paintCallerCovers(gallery);
+  paintPasscodeScreens(gallery);
 }
 
 }  // namespace

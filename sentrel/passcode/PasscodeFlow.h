@@ -196,6 +196,9 @@ class SENTREL_API PasscodeFlow : protected PasscodeOutcomes {
 
   std::string localized(const std::string& text) const;
 
+  /// The custom bar, if there is one.
+  void removeBar();
+
   /// For the first load of the view: whether a passcode exists, and as many boxes as it is long.
   void setUpForView();
 
@@ -241,7 +244,6 @@ class SENTREL_API PasscodeFlow : protected PasscodeOutcomes {
   void hideFailureLabel();
   void choosePrompt();
   void askFor(const std::string& prompt, bool showsInfo = false);
-  void removeBar();
 
   PasscodeLeaving wayOut() const noexcept;
   void storeNewPasscode();

@@ -17,6 +17,20 @@ class UIWindow;
 /// it.
 inline constexpr std::string_view UIKeyboardWillHideNotification = "UIKeyboardWillHideNotification";
 
+// Posted to the local centre, by whoever runs the application, as it comes and goes and turns.
+inline constexpr std::string_view UIApplicationDidEnterBackgroundNotification =
+    "UIApplicationDidEnterBackgroundNotification";
+inline constexpr std::string_view UIApplicationWillEnterForegroundNotification =
+    "UIApplicationWillEnterForegroundNotification";
+inline constexpr std::string_view UIApplicationWillResignActiveNotification =
+    "UIApplicationWillResignActiveNotification";
+inline constexpr std::string_view UIApplicationDidBecomeActiveNotification =
+    "UIApplicationDidBecomeActiveNotification";
+inline constexpr std::string_view UIApplicationDidChangeStatusBarOrientationNotification =
+    "UIApplicationDidChangeStatusBarOrientationNotification";
+inline constexpr std::string_view UIApplicationDidChangeStatusBarFrameNotification =
+    "UIApplicationDidChangeStatusBarFrameNotification";
+
 enum class UIInterfaceOrientation {
   portrait = 1,
   portraitUpsideDown = 2,

@@ -42,8 +42,31 @@ void UINavigationController::loadView() {
   showTop();
 }
 
+const std::shared_ptr<UINavigationBar>& UINavigationController::navigationBar() {
+  if (!navigationBar_) {
+    navigationBar_ = std::make_shared<UINavigationBar>();
+    navigationBar_->setOnBack([weak = weak_from_this()] {
+      const auto self = std::static_pointer_cast<UINavigationController>(weak.lock());
+      if (self) self->popViewControllerAnimated(/*animated=*/true);
+    });
+  }
+  return navigationBar_;
+}
+
 void UINavigationController::showTop() {
-  if (isViewLoaded()) showOnly(topViewController());
+  if (!isViewLoaded()) return;
+  showOnly(topViewController());
+  UINavigationBar& bar = *navigationBar();
+  std::vector<std::shared_ptr<UINavigationItem>> items;
+  for (const auto& child : childViewControllers())
+    items.push_back(child->navigationItem());
+  bar.setItems(std::move(items));
+  const CGSize size = view()->bounds().size;
+  bar.setFrame(CGRectMake(0, 0, size.width, UINavigationBar::heightWithStatusBar()));
+  const double top = bar.frame().maxY();
+  if (const auto shown = topViewController())
+    shown->view()->setFrame(CGRectMake(0, top, size.width, size.height - top));
+  view()->addSubview(navigationBar_);
 }
 
 }  // namespace sentrel

@@ -3,11 +3,12 @@
 #include <memory>
 
 #include "sentrel/platform/Export.h"
+#include "sentrel/uikit/UINavigationBar.h"
 #include "sentrel/uikit/UIViewController.h"
 
 namespace sentrel {
 
-/// Shows the last of a stack of controllers, its children.
+/// Shows the last of a stack of controllers, its children, below a bar with its navigation item.
 class SENTREL_API UINavigationController : public UIViewController {
  public:
   /// `root` may be null.
@@ -24,10 +25,15 @@ class SENTREL_API UINavigationController : public UIViewController {
   /// Takes the top off and answers it; the root stays, and the answer is null.
   std::shared_ptr<UIViewController> popViewControllerAnimated(bool animated);
 
+  /// Along the top of the view, over the content.
+  const std::shared_ptr<UINavigationBar>& navigationBar();
+
   void loadView() override;
 
  private:
   void showTop();
+
+  std::shared_ptr<UINavigationBar> navigationBar_;
 };
 
 }  // namespace sentrel

@@ -4,6 +4,8 @@
 #include <utility>
 
 #include "sentrel/uikit/UIApplication.h"
+#include "sentrel/uikit/UINavigationController.h"
+#include "sentrel/uikit/UINavigationItem.h"
 #include "sentrel/uikit/UIScreen.h"
 #include "sentrel/uikit/UIWindow.h"
 
@@ -36,6 +38,19 @@ const std::shared_ptr<UIView>& UIViewController::view() {
 
 void UIViewController::loadView() {
   setView(std::make_shared<UIView>(UIScreen::mainScreen().bounds()));
+}
+
+void UIViewController::setTitle(std::string title) {
+  title_ = std::move(title);
+  if (navigationItem_) navigationItem_->setTitle(title_);
+}
+
+const std::shared_ptr<UINavigationItem>& UIViewController::navigationItem() {
+  if (!navigationItem_) {
+    navigationItem_ = std::make_shared<UINavigationItem>();
+    navigationItem_->setTitle(title_);
+  }
+  return navigationItem_;
 }
 
 // --- Presenting --------------------------------------------------------------------------------
@@ -83,6 +98,13 @@ void UIViewController::hidePresentedView() {
 }
 
 // --- Children ----------------------------------------------------------------------------------
+
+std::shared_ptr<UINavigationController> UIViewController::navigationController() const {
+  const auto parent = parent_.lock();
+  if (!parent) return nullptr;
+  auto navigation = std::dynamic_pointer_cast<UINavigationController>(parent);
+  return navigation ? navigation : parent->navigationController();
+}
 
 void UIViewController::addChildViewController(const std::shared_ptr<UIViewController>& child) {
   if (!child || child.get() == this || child->parent_.lock().get() == this) return;

@@ -12,6 +12,9 @@
 
 namespace sentrel {
 
+class UINavigationController;
+class UINavigationItem;
+
 /// Owns a view, which is made when it is first asked for, and presents other controllers.
 ///
 /// Presenting and dismissing take effect at once: relations, and the presented view in the window
@@ -34,7 +37,11 @@ class SENTREL_API UIViewController : public UIResponder {
   virtual void viewDidLoad() {}
 
   const std::string& title() const noexcept { return title_; }
-  virtual void setTitle(std::string title) { title_ = std::move(title); }
+  virtual void setTitle(std::string title);
+
+  /// What a navigation controller's bar shows for this controller; its title follows the
+  /// controller's.
+  const std::shared_ptr<UINavigationItem>& navigationItem();
 
   /// The size that the controller asks of one that shows it inside its own view.
   virtual CGSize preferredContentSize() { return preferredContentSize_; }
@@ -56,6 +63,8 @@ class SENTREL_API UIViewController : public UIResponder {
   std::shared_ptr<UIViewController> presentingViewController() const;
 
   std::shared_ptr<UIViewController> parentViewController() const { return parent_.lock(); }
+  /// The one whose stack the controller, or the one it is a child of, is in; null for none.
+  std::shared_ptr<UINavigationController> navigationController() const;
   const std::vector<std::shared_ptr<UIViewController>>& childViewControllers() const noexcept {
     return children_;
   }
@@ -79,6 +88,7 @@ class SENTREL_API UIViewController : public UIResponder {
 
   std::shared_ptr<UIView> view_;
   std::string title_;
+  std::shared_ptr<UINavigationItem> navigationItem_;
   CGSize preferredContentSize_;
   std::shared_ptr<UIViewController> presented_;
   std::weak_ptr<UIViewController> presenting_;

@@ -111,7 +111,7 @@ TEST_F(UIViewControllerTest, NavigationShowsTheTopOrTheModalAboveIt) {
   const auto pushed = std::make_shared<UIViewController>();
   navigation->pushViewController(pushed, /*animated=*/true);
   EXPECT_EQ(navigation->visibleViewController(), pushed);
-  EXPECT_EQ(navigation->view()->subviews(), std::vector{pushed->view()});
+  EXPECT_EQ(pushed->view()->superview(), navigation->view());
   navigation->presentViewController(modal_, /*animated=*/false, {});
   EXPECT_EQ(navigation->visibleViewController(), modal_);
   navigation->dismissViewControllerAnimated(/*animated=*/false, {});
@@ -122,6 +122,26 @@ TEST_F(UIViewControllerTest, NavigationShowsTheTopOrTheModalAboveIt) {
   EXPECT_EQ(pushed->parentViewController(), nullptr);
   EXPECT_EQ(navigation->popViewControllerAnimated(/*animated=*/true), nullptr);
   EXPECT_EQ(navigation->visibleViewController(), root_);
+}
+
+TEST_F(UIViewControllerTest, NavigationBarHasTheTitleAndTheWayBackOfTheTop) {
+  const auto navigation = UINavigationController::initWithRootViewController(root_);
+  const auto& bar = navigation->navigationBar();
+  const auto leftButton = [&] { return std::dynamic_pointer_cast<UIButton>(bar->subviews()[1]); };
+  root_->setTitle("Settings");
+  navigation->pushViewController(modal_, /*animated=*/false);
+  navigation->view();
+  modal_->setTitle("Passcode");
+  EXPECT_EQ(bar->topItem()->title(), "Passcode");
+  EXPECT_EQ(leftButton()->currentTitle(), "‹ Settings");
+  modal_->navigationItem()->setHidesBackButton(true);
+  EXPECT_TRUE(leftButton()->isHidden());
+  modal_->navigationItem()->setHidesBackButton(false);
+  leftButton()->tap();
+  EXPECT_EQ(navigation->topViewController(), root_);
+  EXPECT_EQ(modal_->navigationController(), nullptr);
+  EXPECT_EQ(root_->navigationController(), navigation);
+  EXPECT_TRUE(leftButton()->isHidden());
 }
 
 TEST_F(UIViewControllerTest, TabsSelectAmongTheirOwn) {
