@@ -12,9 +12,11 @@ namespace {
 /// No text is shrunk to less, in points, where the label names no limit of its own.
 constexpr double smallestSize = 4;
 
-/// A label of one line has no use for line ends.
+/// A label of one line has no use for line ends. Spaces behind a centred text widen its label, and
+/// do not move the text.
 std::string shownText(const UILabel& label) {
   std::string text = label.text();
+  if (label.textAlignment() == NSTextAlignment::center) text.erase(text.find_last_not_of(' ') + 1);
   if (label.numberOfLines() == 1) std::replace(text.begin(), text.end(), '\n', ' ');
   return text;
 }
@@ -71,10 +73,10 @@ PangoAlignment alignmentOf(NSTextAlignment alignment) {
 }  // namespace
 
 void paintLabel(const UILabel& label, const CGRect& bounds, PaintContext& context) {
-  if (label.text().empty()) return;
   // A label is often exactly as wide as its text; rounding must not cost it a word.
   const CGSize room{bounds.size.width + 0.05, bounds.size.height + 0.05};
   const std::string text = shownText(label);
+  if (text.empty()) return;
   const Font font = fittingFont(label, text, room, context.fonts);
   const TextLayout layout(context.fonts, text, font,
                           {.width = room.width,

@@ -124,7 +124,7 @@ void paintTurned(Gallery& gallery) {
     stage.enter("111111");
     stage.type("12");
     stage.add("landscape");
-    stage.run([](auto& screen) { screen.elements().passcodeTextField->resignFirstResponder(); });
+    stage.run([](auto& screen) { screen.view()->endEditing(/*force=*/true); });
     stage.add("landscape-without-keyboard");
   }
 }
@@ -150,6 +150,8 @@ void paintComplex(Gallery& gallery) {
        {std::pair(smallPhone, light), {phone, dark}, {tablet, light}, {turned(phone), light}}) {
     PasscodeStage stage(gallery, {.device = device, .style = style}, std::nullopt);
     stage.run([&](auto& screen) {
+      // The first look at the view takes the form for a simple one.
+      screen.view();
       screen.setIsSimple(false, nullptr, /*asModal=*/true);
       screen.showForEnablingPasscodeInViewController(stage.host(), /*asModal=*/true);
     });
@@ -167,7 +169,7 @@ void paintBars(Gallery& gallery) {
       screen.showLockScreenWithAnimation(/*animated=*/true, /*withLogout=*/true, "Log out");
     });
     stage.add("logout");
-    stage.run([](auto& screen) { screen.elements().passcodeTextField->resignFirstResponder(); });
+    stage.run([](auto& screen) { screen.view()->endEditing(/*force=*/true); });
     stage.add("logout-without-keyboard");
   }
 }

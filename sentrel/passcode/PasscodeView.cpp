@@ -14,8 +14,8 @@ constexpr double overlayGap = 5;
 /// How much of the overlay's height its text is high.
 constexpr double overlayTextShare = 0.55;
 constexpr double smallestButton = 44;
-/// Free on either side of a failure's text.
-constexpr double pillPadding = 14;
+/// Free on either side of a failure's text, beside the spaces that it ends in.
+constexpr double pillPadding = 6;
 
 CGAffineTransform scaling(double factor) {
   return {factor, 0, 0, factor, 0, 0};

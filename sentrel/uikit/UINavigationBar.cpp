@@ -146,9 +146,19 @@ void UINavigationBar::layoutSubviews() {
   left_->setFrame(CGRectMake(margin, top, widthOf(*left_), stripHeight));
   right_->setFrame(
       CGRectMake(size.width - margin - widthOf(*right_), top, widthOf(*right_), stripHeight));
-  const double side = 2 * margin + std::max(widthOf(*left_), widthOf(*right_));
-  title_->setFrame(CGRectMake(side, top, std::max(size.width - 2 * side, 0.0), stripHeight));
+  title_->setFrame(titleFrame());
   hairline_->setFrame(CGRectMake(0, size.height - hairlineHeight, size.width, hairlineHeight));
+}
+
+/// In the middle of the bar, or where the buttons leave more room.
+CGRect UINavigationBar::titleFrame() const {
+  const double start = left_->frame().maxX() + margin;
+  const double end = right_->frame().origin.x - margin;
+  const double half = std::min(bounds().size.width / 2 - start, end - bounds().size.width / 2);
+  const double top = bounds().size.height - stripHeight;
+  const double wanted = title_->intrinsicContentSize(bounds().size.width).value_or(CGSize{}).width;
+  if (wanted > 2 * half) return CGRectMake(start, top, std::max(end - start, 0.0), stripHeight);
+  return CGRectMake(bounds().size.width / 2 - half, top, 2 * half, stripHeight);
 }
 
 }  // namespace sentrel

@@ -55,6 +55,7 @@ class SENTREL_API UINavigationBar : public UIView {
   void press(const UIButton& button);
   void showTop();
   void colour();
+  CGRect titleFrame() const;
 
   std::vector<std::shared_ptr<UINavigationItem>> items_;
   std::function<void()> onBack_;
