@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "sentrel/passcode/PasscodeAppearance.h"
+#include "sentrel/platform/Export.h"
 #include "sentrel/platform/Geometry.h"
 
 namespace sentrel {
@@ -38,7 +39,8 @@ struct PasscodePlaces {
 
 /// A column in the middle of what bars and keyboard leave: prompt, entry, failure. The appearance
 /// gives the distances, which shrink where there is not enough room.
-PasscodePlaces placePasscode(const PasscodeContent& content, const PasscodeAppearance& appearance);
+SENTREL_API PasscodePlaces placePasscode(const PasscodeContent& content,
+                                         const PasscodeAppearance& appearance);
 
 /// How wide a text may be on a screen of that width.
 double passcodeTextWidth(double screenWidth);
