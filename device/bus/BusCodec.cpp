@@ -39,13 +39,14 @@ class Writer {
   }
 
   static const std::string& signature(const PropertyList& value) {
-    static const std::string signatures[] = {"b", "x", "d", "s", "ay", "(d)", "av", "a{sv}"};
+    static const std::string signatures[] = {"b", "x", "t", "d", "s", "ay", "(d)", "av", "a{sv}"};
     static_assert(std::variant_size_v<PropertyList::Value> == std::size(signatures));
     return signatures[value.value().index()];
   }
 
   void write(bool value) { message_ << value; }
   void write(std::int64_t value) { message_ << value; }
+  void write(std::uint64_t value) { message_ << value; }
   void write(double value) { message_ << value; }
 
   void write(const std::string& text) { message_ << text; }
@@ -107,6 +108,7 @@ class Reader {
   PropertyList readValue(const std::string& signature) {
     if (signature == "b") return readPlain<bool>();
     if (signature == "x") return readPlain<std::int64_t>();
+    if (signature == "t") return readPlain<std::uint64_t>();
     if (signature == "d") return readPlain<double>();
     if (signature == "s") return readText();
     if (signature == "ay") return readData();

@@ -42,6 +42,7 @@ class Walk {
 
   bool visit(bool) { return true; }
   bool visit(std::int64_t) { return true; }
+  bool visit(std::uint64_t) { return true; }
   bool visit(double) { return true; }
   bool visit(PropertyList::Date) { return true; }
 

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "device/storage/BinaryFormat.h"
 #include "device/storage/PropertyListLimits.h"
 #include "device/storage/Utf8.h"
 
@@ -14,27 +15,13 @@ namespace sentrel::storage {
 namespace {
 
 using Kind = PropertyListFault::Kind;
-
-constexpr std::size_t headerSize = 8;
-constexpr std::size_t trailerSize = 32;
+using namespace binary_format;
 
 /// The least that one element of a collection costs in XML: "<true/>".
 constexpr std::uint64_t smallestElementSize = 7;
 
-/// Dates are seconds from the start of 2001.
-constexpr Seconds startOf2001{978307200};
-
-enum Marker : unsigned {
-  simple = 0x0,
-  integer = 0x1,
-  real = 0x2,
-  date = 0x3,
-  data = 0x4,
-  ascii = 0x5,
-  utf16 = 0x6,
-  array = 0xA,
-  dictionary = 0xD,
-};
+/// What an identifier costs in XML at least: its dictionary and key.
+constexpr std::uint64_t smallestIdentifierSize = 60;
 
 /// Goes down the objects from the root. A step that fails leaves a fault behind and says none.
 class BinaryReader {
@@ -72,8 +59,8 @@ class BinaryReader {
   }
 
   bool readTrailer() {
-    if (!file_.starts_with("bplist00")) return refuse("an unknown version of the binary form");
-    if (file_.size() < headerSize + trailerSize) return refuse("it ends too early");
+    if (!file_.starts_with(head)) return refuse("an unknown version of the binary form");
+    if (file_.size() < head.size() + trailerSize) return refuse("it ends too early");
     const std::uint64_t trailer = file_.size() - trailerSize;
     offsetSize_ = numberAt(trailer + 6, 1);
     referenceSize_ = numberAt(trailer + 7, 1);
@@ -82,7 +69,7 @@ class BinaryReader {
     tableStart_ = numberAt(trailer + 24, 8);
     const bool sizes =
         offsetSize_ >= 1 && offsetSize_ <= 8 && referenceSize_ >= 1 && referenceSize_ <= 8;
-    if (!sizes || tableStart_ <= headerSize || tableStart_ > trailer)
+    if (!sizes || tableStart_ <= head.size() || tableStart_ > trailer)
       return refuse("its trailer makes no sense");
     const bool fits = objectCount_ <= (trailer - tableStart_) / offsetSize_;
     return fits || refuse("it promises more objects than it holds");
@@ -92,7 +79,7 @@ class BinaryReader {
   std::optional<std::uint64_t> find(std::uint64_t number) {
     if (number >= objectCount_) return fail("a reference to no object");
     const std::uint64_t start = numberAt(tableStart_ + number * offsetSize_, offsetSize_);
-    if (start < headerSize || start >= tableStart_) return fail("an object outside the file");
+    if (start < head.size() || start >= tableStart_) return fail("an object outside the file");
     return start;
   }
 
@@ -109,6 +96,8 @@ class BinaryReader {
       case real:
       case date:
         return readNumber(type, *start);
+      case identifier:
+        return readIdentifier(*start);
       case data:
         return readData(*start);
       case ascii:
@@ -132,7 +121,7 @@ class BinaryReader {
   /// The size of a number is a power of two.
   Value readNumber(unsigned type, std::uint64_t start) {
     const unsigned power = markerAt(start) & 0xF;
-    if (type == integer && power > 3) return fail("an integer that does not fit 64 bits");
+    if (type == integer && power > 3) return readWideInteger(start, power);
     if (type == real && power != 2 && power != 3) return fail("a real of unknown size");
     if (type == date && power != 3) return fail("a date of unknown size");
     const std::uint64_t size = std::uint64_t{1} << power;
@@ -145,6 +134,22 @@ class BinaryReader {
     if (type == real) return value;
     if (!std::isfinite(value)) return fail({}, Kind::unsupportedType);
     return PropertyList::Date(startOf2001 + Seconds(value));
+  }
+
+  /// Sixteen bytes hold what does not fit eight with a sign.
+  Value readWideInteger(std::uint64_t start, unsigned power) {
+    if (power == 4 && !lies(start + 1, 16)) return std::nullopt;
+    if (power != 4 || numberAt(start + 1, 8) != 0)
+      return fail("an integer that does not fit 64 bits");
+    return numberAt(start + 9, 8);
+  }
+
+  /// As XML has it.
+  Value readIdentifier(std::uint64_t start) {
+    const std::uint64_t size = (markerAt(start) & 0xF) + 1;
+    if (size > 8) return fail("an identifier that does not fit 64 bits");
+    if (!lies(start + 1, size) || !charge(smallestIdentifierSize)) return std::nullopt;
+    return PropertyList::Dictionary{{std::string(identifierKey), numberAt(start + 1, size)}};
   }
 
   Value readData(std::uint64_t start) {

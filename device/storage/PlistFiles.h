@@ -16,7 +16,8 @@ using DictionaryReading = std::variant<PropertyList::Dictionary, PropertyListFau
 /// The dictionary in the file at `hostPath`, a path of this machine, or why there is none.
 DictionaryReading readDictionaryFile(const std::string& hostPath);
 
-/// The property-list files under a device root: XML and binary are read, XML is written. May be
+/// The property-list files under a device root: XML and binary are read, XML is written, and binary
+/// what XML cannot carry. May be
 /// used from any thread; of two writers at once the later one wins.
 class PlistFiles final : public PropertyListFiles {
  public:

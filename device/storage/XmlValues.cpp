@@ -33,6 +33,13 @@ std::optional<Number> numberFrom(std::string_view text, Format... format) {
   return number;
 }
 
+/// Unsigned only where it has to be.
+std::optional<PropertyList> integerFrom(std::string_view text, int base) {
+  if (const auto number = numberFrom<std::int64_t>(text, base)) return *number;
+  if (const auto number = numberFrom<std::uint64_t>(text, base)) return *number;
+  return std::nullopt;
+}
+
 /// std::from_chars accepts a minus sign but no plus sign.
 std::string_view withoutPlus(std::string_view text) {
   if (text.size() > 1 && text.front() == '+' && text[1] != '-') text.remove_prefix(1);
@@ -54,14 +61,14 @@ bool hasShapeOfDate(std::string_view text) {
 
 }  // namespace
 
-std::optional<std::int64_t> integerFromXml(std::string_view text) {
+std::optional<PropertyList> integerFromXml(std::string_view text) {
   const std::string_view number = withoutPlus(trimmed(text));
   if (number.starts_with("0x") && number.substr(2, 1) != "-")
-    return numberFrom<std::int64_t>(number.substr(2), 16);
+    return integerFrom(number.substr(2), 16);
   // Some readers take a number that starts with a needless zero as octal.
   const std::string_view digits = number.substr(number.starts_with('-') ? 1 : 0);
   if (digits.size() > 1 && digits.front() == '0') return std::nullopt;
-  return numberFrom<std::int64_t>(number);
+  return integerFrom(number, 10);
 }
 
 std::optional<double> realFromXml(std::string_view text) {

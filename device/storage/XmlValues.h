@@ -10,8 +10,8 @@ namespace sentrel::storage {
 
 /// The value that the text of a leaf element stands for, white space around it aside; none when it
 /// is anything but that. Nothing is clamped, rounded to another type or guessed, since the next
-/// rewrite of the file would make the guess final.
-std::optional<std::int64_t> integerFromXml(std::string_view text);
+/// rewrite of the file would make the guess final. An integer fits 64 bits, signed or not.
+std::optional<PropertyList> integerFromXml(std::string_view text);
 std::optional<double> realFromXml(std::string_view text);
 std::optional<PropertyList::Date> dateFromXml(std::string_view text);
 std::optional<PropertyList::Data> dataFromXml(std::string_view text);

@@ -88,6 +88,11 @@ bool XmlWriter::add(std::int64_t number) {
   return addElement("<integer>", format(number, room), "</integer>\n");
 }
 
+bool XmlWriter::add(std::uint64_t number) {
+  char room[32];
+  return addElement("<integer>", format(number, room), "</integer>\n");
+}
+
 bool XmlWriter::add(double number) {
   char room[32];
   if (std::isnan(number)) return addElement("<real>", "nan", "</real>\n");

@@ -14,7 +14,8 @@ namespace sentrel::storage {
 /// a second tree and takes longer than the disk.
 class XmlWriter {
  public:
-  /// `content` is a PropertyList or what one holds. None when it has no form that can be read back.
+  /// `content` is a PropertyList or what one holds. None when XML has no form of it that can be
+  /// read back.
   template <class Content>
   std::optional<std::string> write(const Content& content) {
     begin();
@@ -29,6 +30,7 @@ class XmlWriter {
   bool add(const PropertyList& value);
   bool add(bool flag);
   bool add(std::int64_t number);
+  bool add(std::uint64_t number);
   bool add(double number);
   bool add(const std::string& text);
   bool add(const PropertyList::Data& data);

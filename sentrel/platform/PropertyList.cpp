@@ -108,12 +108,13 @@ std::string describeDictionary(const PropertyList::Dictionary& entries) {
 }  // namespace
 
 bool PropertyList::isNumber() const noexcept {
-  return as<bool>() || as<std::int64_t>() || as<double>();
+  return as<bool>() || as<std::int64_t>() || as<std::uint64_t>() || as<double>();
 }
 
 bool PropertyList::boolValue() const noexcept {
   if (const auto* flag = as<bool>()) return *flag;
   if (const auto* integer = as<std::int64_t>()) return *integer != 0;
+  if (as<std::uint64_t>()) return true;
   if (const auto* real = as<double>()) return *real != 0;
   if (const auto* text = as<std::string>()) return boolOfText(*text);
   return false;
@@ -122,6 +123,7 @@ bool PropertyList::boolValue() const noexcept {
 std::int64_t PropertyList::integerValue() const noexcept {
   if (const auto* flag = as<bool>()) return *flag ? 1 : 0;
   if (const auto* integer = as<std::int64_t>()) return *integer;
+  if (as<std::uint64_t>()) return std::numeric_limits<std::int64_t>::max();
   if (const auto* real = as<double>()) return truncated(*real);
   if (const auto* text = as<std::string>()) return integerOfText(*text);
   return 0;
@@ -135,6 +137,7 @@ float PropertyList::floatValue() const noexcept {
 double PropertyList::doubleValue() const noexcept {
   if (const auto* flag = as<bool>()) return *flag ? 1 : 0;
   if (const auto* integer = as<std::int64_t>()) return static_cast<double>(*integer);
+  if (const auto* integer = as<std::uint64_t>()) return static_cast<double>(*integer);
   if (const auto* real = as<double>()) return *real;
   if (const auto* text = as<std::string>()) return realOfText(*text);
   return 0;
@@ -149,6 +152,7 @@ const PropertyList* find(const PropertyList::Dictionary& dictionary,
 std::string describe(const PropertyList& value) {
   if (const auto* flag = value.as<bool>()) return *flag ? "YES" : "NO";
   if (const auto* integer = value.as<std::int64_t>()) return std::to_string(*integer);
+  if (const auto* integer = value.as<std::uint64_t>()) return std::to_string(*integer);
   if (const auto* real = value.as<double>()) return formatted(*real);
   if (const auto* text = value.as<std::string>()) return *text;
   if (const auto* data = value.as<PropertyList::Data>())

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <map>
 #include <string>
 #include <string_view>
@@ -16,22 +17,23 @@ namespace sentrel {
 
 /// One value of a property list: what the settings file holds and what messages carry.
 ///
-/// A plain value: copying copies the whole tree. Boolean, integer and real are distinct types and
-/// stay distinct from file to file and over the bus. Strings are UTF-8.
+/// A plain value: copying copies the whole tree. Boolean, integer and real are types of their own,
+/// which no file and no message mixes up. An integer is unsigned only where it has to be, from 2^63
+/// on, so that equal numbers are equal values. Strings are UTF-8.
 class SENTREL_API PropertyList {
  public:
   using Data = std::vector<std::uint8_t>;
   using Date = WallTime;
   using Array = std::vector<PropertyList>;
   using Dictionary = std::map<std::string, PropertyList, std::less<>>;
-  using Value =
-      std::variant<bool, std::int64_t, double, std::string, Data, Date, Array, Dictionary>;
+  using Value = std::variant<bool, std::int64_t, std::uint64_t, double, std::string, Data, Date,
+                             Array, Dictionary>;
 
   PropertyList(bool value) : value_(value) {}
   template <class Integer>
   requires(std::is_integral_v<Integer> && !std::is_same_v<Integer, bool>)
       PropertyList(Integer value)
-      : value_(static_cast<std::int64_t>(value)) {}
+      : value_(ofInteger(value)) {}
   PropertyList(double value) : value_(value) {}
   PropertyList(const char* text) : value_(std::string(text)) {}
   PropertyList(std::string_view text) : value_(std::string(text)) {}
@@ -67,6 +69,13 @@ class SENTREL_API PropertyList {
   friend bool operator==(const PropertyList&, const PropertyList&) = default;
 
  private:
+  template <class Integer>
+  static constexpr Value ofInteger(Integer value) {
+    if (std::cmp_greater(value, std::numeric_limits<std::int64_t>::max()))
+      return static_cast<std::uint64_t>(value);
+    return static_cast<std::int64_t>(value);
+  }
+
   Value value_;
 };
 

@@ -57,6 +57,14 @@ TYPED_TEST(PropertyListFilesOfADevice, ReadBackWhatWasWrittenLast) {
       {{"yes", true}, {"one", 1}, {"real", 1.0}, {"text", "Gr\xC3\xBC\xC3\x9F\x65 <&>\n"}},
       {{"", Array{Dictionary{}, PropertyList::Data{0, 255}, WallTime(Seconds(1e9))}}},
       {{"deep", nested(255)}},
+      {{"beyond", std::uint64_t{1} << 63}},
+      // What XML has no form or no room for.
+      {{"control character", Array{"\x1B"}}, {"CF$UID", 1}, {"wide", "\xF0\x9F\x94\x92"}},
+      {{"no character", "\xEF\xBF\xBF"}},
+      {{"late date", WallTime(Seconds(1e12))}},
+      {{"escapes", std::string(2'400'000, '&')}},
+      {{"base 64", PropertyList::Data(7'200'000)}},
+      {{"XML again", true}},
   };
   for (const Dictionary& version : versions) {
     EXPECT_TRUE(this->files_.writeDictionary(path, version));
@@ -72,13 +80,10 @@ TYPED_TEST(PropertyListFilesOfADevice, RefuseWhatCouldNotBeReadBackAndKeepTheOld
       {{"not UTF-8", "\xFF"}},
       {{"\xC3", "a key that is not UTF-8"}},
       {{"zero", std::string("a\0b", 3)}},
-      {{"control character", Array{"\x1B"}}},
-      {{"no character", "\xEF\xBF\xBF"}},
       {{"too deep", nested(256)}},
       {{"too large", std::string(9 << 20, 'a')}},
-      {{"too large with escapes", std::string(2'400'000, '&')}},
-      {{"too large in base 64", PropertyList::Data(7'200'000)}},
-      {{"late date", WallTime(Seconds(1e12))}},
+      {{"too deep and wide", Array{"\x1B", nested(256)}}},
+      {{"too wide", std::string(5'000'000, '&') + "\x1B\xC3\xA9"}},
       {{"no date", WallTime(Seconds(std::nan("")))}},
   };
   for (const Dictionary& dictionary : unreadable)

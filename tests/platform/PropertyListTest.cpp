@@ -22,6 +22,7 @@ TEST(PropertyList, ReadsNumbersAndTextsLeniently) {
   const Reading readings[] = {
       {true, true, 1, 1},
       {2, true, 2, 2},
+      {std::uint64_t{1} << 63, true, largest, 0x1p63},
       {-0.5, true, 0, -0.5},
       {1e300, true, largest, 1e300},
       {"YES", true, 0, 0},
@@ -70,7 +71,9 @@ TEST(PropertyList, ReadsNumbersBeyondAFloatAsTheLargest) {
 TEST(PropertyList, KeepsBooleanIntegerAndRealApart) {
   EXPECT_NE(PropertyList(true), PropertyList(1));
   EXPECT_NE(PropertyList(1), PropertyList(1.0));
-  EXPECT_EQ(describe(PropertyList::Array{true, 1, 1.5, "a"}), "(YES, 1, 1.5, \"a\")");
+  EXPECT_EQ(PropertyList(std::uint64_t{1}), PropertyList(1));
+  EXPECT_EQ(describe(PropertyList::Array{true, 1, 1.5, "a", ~std::uint64_t{0}}),
+            "(YES, 1, 1.5, \"a\", 18446744073709551615)");
 }
 
 }  // namespace

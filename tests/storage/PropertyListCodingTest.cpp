@@ -58,7 +58,7 @@ PropertyList everyType() {
   return Dictionary{
       {"yes", true},
       {"no", false},
-      {"integers", Array{0, 1, -1, 255, 65536, largest, smallest}},
+      {"integers", Array{0, 1, -1, 255, 65536, largest, smallest, std::uint64_t{1} << 63, ~0ul}},
       {"reals", Array{0.0, 60.0, 0.1, -1e-300, 1.7976931348623157e308,
                       std::numeric_limits<double>::infinity()}},
       {"texts", Array{"", " a\tb\n ", "<&>\"']]>", "\r\n", "Grüße 🔒", std::string(300, 'x')}},
@@ -76,6 +76,15 @@ TEST(PropertyListCoding, KeepsEveryTypeApartAndAgreesWithLibplistOnXmlAndBinary)
   expectValue(binaryByLibplist(*document), everyType());
 }
 
+/// The control character leaves XML out.
+TEST(PropertyListCoding, WritesWhatXmlCannotCarryAsABinaryListThatLibplistReadsLikewise) {
+  const PropertyList value = Array{"\a", everyType(), Dictionary{{"CF$UID", 7}}};
+  const auto file = serializePropertyList(value);
+  ASSERT_TRUE(file && file->starts_with("bplist00"));
+  expectValue(*file, value);
+  expectValue(binaryByLibplist(*file), value);
+}
+
 TEST(PropertyListCoding, ReadsNotANumber) {
   const auto document = serializePropertyList(std::nan(""));
   ASSERT_TRUE(document);
@@ -89,6 +98,8 @@ TEST(PropertyListCoding, ReadsXmlAsOthersWriteIt) {
   const std::pair<std::string, PropertyList> cases[] = {
       {"<true/>", true},
       {"<dict/>", Dictionary{}},
+      {"\xEF\xBB\xBF<plist><true/></plist>", true},
+      {xml("<integer>18446744073709551615</integer>"), ~0ul},
       {"<!-- it's --><plist><array><!-- > --><true></true></array><!-- - --></plist>\n",
        Array{true}},
       {"<?xml version='1.0'?><!DOCTYPE plist SYSTEM \"a\"><plist version='1'><false/></plist>",
@@ -111,7 +122,7 @@ TEST(PropertyListCoding, ReadsXmlAsOthersWriteIt) {
 TEST(PropertyListCoding, RefusesXmlThatItWouldHaveToGuessAt) {
   const std::pair<std::string, std::vector<std::string>> contents[] = {
       {"integer",
-       {"abc", "", "12 3", "9223372036854775808", "-9223372036854775809", "99999999999999999999",
+       {"abc", "", "12 3", "18446744073709551616", "-9223372036854775809", "99999999999999999999",
         "010", "0x-1", "+-1"}},
       {"real", {"1,5", "1e999", ""}},
       {"date",
@@ -144,10 +155,12 @@ TEST(PropertyListCoding, RefusesWhatIsNoPropertyList) {
   const std::pair<Kind, std::vector<std::string>> cases[] = {
       {Kind::empty, {""}},
       {Kind::damaged,
-       {" \n", "{ old = style; }", "\xEF\xBB\xBF<plist><true/></plist>", xml("<true/>") + "junk",
-        xml("<true/>") + xml("<true/>"), "<plist/>", "<plist", "<plist(><true/></plist>",
-        "<!DOCTYPE plist [<!ENTITY a \"b\">]><plist><true/></plist>", "<html></html>",
-        "<!--><plist><true/></plist>", "<plist version='>'><true/></plist>",
+       {" \n", "{ old = style; }", "\xEF\xBB\xBF",
+        "\xEF\xBB\xBF"
+        "bplist00",
+        xml("<true/>") + "junk", xml("<true/>") + xml("<true/>"), "<plist/>", "<plist",
+        "<plist(><true/></plist>", "<!DOCTYPE plist [<!ENTITY a \"b\">]><plist><true/></plist>",
+        "<html></html>", "<!--><plist><true/></plist>", "<plist version='>'><true/></plist>",
         "<?xml a='?>'?><plist><true/></plist>"}},
       {Kind::notUtf8,
        {xml("<dict><key>\xE2\x82</key><true/></dict>"), std::string("\xFF\xFE<\0p\0", 6)}},
@@ -245,6 +258,12 @@ TEST(BinaryPropertyList, BoundsWhatSharedLeavesUnfoldTo) {
   const auto flag = flags.add("\x09");
   expectFault(flags.finish(flags.addArray(std::vector<std::uint32_t>(1'300'000, flag))),
               Kind::tooLarge);
+  BinaryListBuilder identifiers;
+  const auto identifier = identifiers.add("\x80\x01");
+  expectValue(identifiers.finish(identifier), Dictionary{{"CF$UID", 1}});
+  expectFault(
+      identifiers.finish(identifiers.addArray(std::vector<std::uint32_t>(130'000, identifier))),
+      Kind::tooLarge);
 }
 
 TEST(BinaryPropertyList, BoundsItsDepth) {
@@ -263,7 +282,7 @@ TEST(BinaryPropertyList, RefusesObjectsThatItCannotTakeAsTheyAre) {
   const std::pair<std::string, Kind> objects[] = {
       {std::string("\x00", 1), Kind::unsupportedType},          // null
       {"\x0F", Kind::unsupportedType},                          // filler
-      {"\x80\x01", Kind::unsupportedType},                      // an identifier
+      {std::string("\x88").append(9, '\1'), Kind::damaged},     // an identifier of nine bytes
       {"\xC1\x01", Kind::unsupportedType},                      // a set
       {std::string("\x14").append(16, '\x01'), Kind::damaged},  // an integer of 128 bits
       {"\x21\x01\x01", Kind::damaged},                          // a real of 2 bytes
