@@ -46,7 +46,7 @@ void SNSettings::loadSettings() {
 }
 
 void SNSettings::loadSettings(const PropertyList::Dictionary& file) {
-  flipSwitchInstalled_.reset();
+  flipSwitchInstalled_ = false;
   for (const SettingsKey& key : allSettingsKeys()) {
     const PropertyList* stored = find(file, key.name);
     std::visit([&](const auto& field) { load(field, stored, key.fallback); }, key.field);

@@ -147,12 +147,11 @@ class SENTREL_API SNSettings final : public SettingsProperties {
   }
 
   /// A pane of the Settings application, by the name shown there. The system's own pane needs
-  /// authentication always, also while the system is off, on a trusted network or inside a session.
+  /// authentication always, whether the system is on or not and whatever else would open it.
   bool isSpecifierProtected(std::string_view paneName, bool ignoreAllOther = false) const;
 
-  /// Without the switches' extension on the device, no switch needs authentication. Processes take
-  /// in extensions when they start, so the file system is asked once after each load of the
-  /// settings.
+  /// Without the switches' extension on the device, no switch needs authentication. The file system
+  /// is asked until it is found, and again after each load of the settings.
   bool isFlipSwitchProtected(std::string_view switchIdentifier, bool ignoreAllOther = false) const;
 
   bool isControlCenterItemProtected(std::string_view itemIdentifier,
@@ -233,9 +232,6 @@ class SENTREL_API SNSettings final : public SettingsProperties {
   /// The plain text of a stored form; none for anything that encryptString() cannot have made
   /// under the same key.
   std::optional<std::string> decryptString(std::string_view stored) const;
-
-  /// Whether decryptString() gives a text, which stays here.
-  bool canDecryptString(std::string_view stored) const;
 
   /// Puts the enciphered passcode into the file; whether the file took it. No passcode, or one that
   /// is not UTF-8, changes nothing. If the cipher fails, the stored passcode is removed.
@@ -318,8 +314,9 @@ class SENTREL_API SNSettings final : public SettingsProperties {
   /// The name of the system's own settings pane, as it was when that set was last filled.
   std::string ownSettingsPane_;
 
-  /// None until the first question about a switch since the settings were loaded.
-  mutable std::optional<bool> flipSwitchInstalled_;
+  /// That it was found since the settings were loaded. One that is missing is looked for each time:
+  /// once it is there, its switches do not stay open.
+  mutable bool flipSwitchInstalled_ = false;
   mutable ProtectedServices protectedServices_;
   PropertyList::Array enabledFolders_;
 

@@ -33,7 +33,7 @@ bool SNSettings::passesSwitchGate(const SessionItem& item) const {
 
 bool SNSettings::isFlipSwitchInstalled() const {
   if (!flipSwitchInstalled_) flipSwitchInstalled_ = bridge_.isFlipSwitchInstalled();
-  return *flipSwitchInstalled_;
+  return flipSwitchInstalled_;
 }
 
 bool SNSettings::isMember(ItemSet set, std::string_view item, bool ignoreAllOther) const {
