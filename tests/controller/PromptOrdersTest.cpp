@@ -67,12 +67,7 @@ INSTANTIATE_TEST_SUITE_P(Phones, PromptOrders,
                                          PromptPhoneKind{"11.0", true, true, false},
                                          PromptPhoneKind{"10.2", false, false, false},
                                          PromptPhoneKind{"9.1", false, true, false}),
-                         [](const auto& kind) {
-                           return "System" + std::to_string(std::atoi(kind.param.system)) +
-                                  (kind.param.hasFaceID ? "Face" : "Finger") +
-                                  (kind.param.isLegacy ? "Legacy" : "") +
-                                  (kind.param.isPasscodeOnly ? "PasscodeOnly" : "");
-                         });
+                         [](const auto& kind) { return kind.param.name(); });
 
 }  // namespace
 }  // namespace sentrel

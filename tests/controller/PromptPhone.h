@@ -23,6 +23,13 @@ struct PromptPhoneKind {
   bool hasFaceID;
   bool isLegacy;
   bool isPasscodeOnly;
+
+  /// "System14Face": what its tests are called.
+  std::string name() const {
+    return "System" + std::to_string(std::atoi(system)) + (hasFaceID ? "Face" : "Finger") +
+           (isLegacy ? "Legacy" : "") + (isPasscodeOnly ? "PasscodeOnly" : "");
+  }
+  friend void PrintTo(const PromptPhoneKind& kind, std::ostream* out) { *out << kind.name(); }
 };
 
 /// A phone with a home screen, an application of the system and another one, that lives through

@@ -46,6 +46,21 @@ std::string readAll(int descriptor) {
   return text;
 }
 
+/// What the bus itself answers about a name; empty where it answers an error.
+std::string askAboutName(sd_bus* bus, const char* question, const std::string& name) {
+  sd_bus_message* reply = nullptr;
+  const char* answer = nullptr;
+  int isOwned = 0;
+  if (sd_bus_call_method(bus, "org.freedesktop.DBus", "/", "org.freedesktop.DBus", question,
+                         nullptr, &reply, "s", name.c_str()) < 0)
+    return {};
+  if (sd_bus_message_read(reply, "s", &answer) < 0 && sd_bus_message_read(reply, "b", &isOwned) > 0)
+    answer = isOwned ? "yes" : "";
+  const std::string text = answer ? answer : "";
+  sd_bus_message_unref(reply);
+  return text;
+}
+
 void serveRaw(sd_bus* bus) {
   int processed = 0;
   while ((processed = sd_bus_process(bus, nullptr)) >= 0)
@@ -101,12 +116,33 @@ Server::Server(const std::string& address, const std::function<void(BusConnectio
       }) {}
 
 Responder::Responder(const std::string& address, const Answer& answer)
-    : Server(address, [&](BusConnection& connection) {
-        connection.serve(springBoardService, testChannel,
-                         [&](const std::string& message, const UserInfo& userInfo) {
-                           return answer(connection, message, userInfo);
-                         });
-      }) {}
+    : Server(address,
+             [&](BusConnection& connection) {
+               connection.serve(springBoardService, testChannel,
+                                [&](const std::string& message, const UserInfo& userInfo) {
+                                  return answer(connection, message, userInfo);
+                                });
+             }),
+      tenant_(address, springBoardService) {}
+
+Tenant::Tenant(std::string address, const std::string& service) : address_(std::move(address)) {
+  name_ = askAboutName(RawBus(address_).get(), "GetNameOwner", service);
+}
+
+Tenant::~Tenant() {
+  if (name_.empty()) return;
+  try {
+    const RawBus bus(address_);
+    sd_bus_match_signal(bus.get(), nullptr, "org.freedesktop.DBus", nullptr, nullptr,
+                        "NameOwnerChanged", nullptr, nullptr);
+    const auto end = std::chrono::steady_clock::now() + patience;
+    while (!askAboutName(bus.get(), "NameHasOwner", name_).empty() &&
+           std::chrono::steady_clock::now() < end)
+      if (sd_bus_process(bus.get(), nullptr) == 0) sd_bus_wait(bus.get(), UINT64_MAX);
+  } catch (const std::exception&) {
+    // The bus is gone, and with it everybody on it.
+  }
+}
 
 RawBus::RawBus(const std::string& address) {
   if (sd_bus_new(&bus_) < 0 || sd_bus_set_address(bus_, address.c_str()) < 0 ||
@@ -129,7 +165,8 @@ RawResponder::RawResponder(const std::string& address, const React& react,
         if (sd_bus_request_name(bus.get(), service.c_str(), 0) < 0) return;
         ready("ready");
         serveRaw(bus.get());
-      }) {}
+      }),
+      tenant_(address, service) {}
 
 RawResponder::React replyWith(std::function<void(sd_bus_message*)> fill) {
   return [fill = std::move(fill)](sd_bus_message* question) {

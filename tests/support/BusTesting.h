@@ -78,15 +78,6 @@ class Server : public ChildProcess {
   Server(const std::string& address, const std::function<void(BusConnection&)>& serve);
 };
 
-/// One that serves the home-screen's name with our own code.
-class Responder : public Server {
- public:
-  using Answer =
-      std::function<UserInfo(BusConnection&, const std::string& message, const UserInfo&)>;
-
-  Responder(const std::string& address, const Answer& answer);
-};
-
 /// A connection without our code, to send and answer what our code never would.
 class RawBus {
  public:
@@ -101,6 +92,35 @@ class RawBus {
   sd_bus* bus_ = nullptr;
 };
 
+/// Remembers who has a name on a bus, and goes only when his connection is gone: the bus notices
+/// the end of a process later than whoever waits for it does, and gives the name to nobody until
+/// then.
+class Tenant {
+ public:
+  Tenant(std::string address, const std::string& service);
+  ~Tenant();
+  Tenant(const Tenant&) = delete;
+  Tenant& operator=(const Tenant&) = delete;
+
+ private:
+  std::string address_;
+  /// The connection's own name; empty for none.
+  std::string name_;
+};
+
+/// A server of the home-screen's name with our own code.
+class Responder : public Server {
+ public:
+  using Answer =
+      std::function<UserInfo(BusConnection&, const std::string& message, const UserInfo&)>;
+
+  Responder(const std::string& address, const Answer& answer);
+  ~Responder() { end(); }
+
+ private:
+  Tenant tenant_;
+};
+
 /// A process that serves a name without our code, and does `react` to every question.
 class RawResponder : public ChildProcess {
  public:
@@ -108,6 +128,10 @@ class RawResponder : public ChildProcess {
 
   RawResponder(const std::string& address, const React& react,
                const std::string& service = springBoardService);
+  ~RawResponder() { end(); }
+
+ private:
+  Tenant tenant_;
 };
 
 /// A reply filled in by `fill`.
