@@ -1,12 +1,16 @@
 #include "programs/app/Commands.h"
 
-#include <algorithm>
+#include <memory>
 #include <optional>
 #include <type_traits>
+#include <utility>
 
+#include "device/bus/BusConnection.h"
+#include "device/bus/ServiceWatch.h"
 #include "programs/common/CommandLine.h"
 #include "programs/common/CommandTable.h"
 #include "programs/common/HomeScreenProbe.h"
+#include "programs/common/OneLine.h"
 #include "sentrel/bridge/SNUtils.h"
 #include "sentrel/controller/SentrelController.h"
 #include "sentrel/settings/SNSettings.h"
@@ -19,13 +23,8 @@ Answer answerOf(bool yes) {
   return yes ? Answer{"YES"} : Answer{"NO", exitNo};
 }
 
-/// A name may hold what would end the line.
 Answer answerOf(const std::optional<std::string>& text) {
-  if (!text) return {"NONE", exitNo};
-  std::string line = *text;
-  std::ranges::replace_if(
-      line, [](unsigned char c) { return c < ' '; }, ' ');
-  return {line};
+  return text ? Answer{oneLine(*text)} : Answer{"NONE", exitNo};
 }
 
 Answer answerOf(const std::optional<PropertyList::Array>& list) {
@@ -40,11 +39,12 @@ Answer outcome(bool success) {
   return success ? Answer{"OK"} : Answer{"NO", exitNo};
 }
 
+using Self = const Application&;
 using Item = const std::string&;
 
 /// Replies with what `query` says, about the item where it takes one.
 template <auto query>
-void tell(Item item, const Reply& reply) {
+void tell(Self, Item item, const Reply& reply) {
   if constexpr (std::is_invocable_v<decltype(query), Item>)
     reply(answerOf(query(item)));
   else
@@ -71,26 +71,52 @@ auto currentNetwork() {
   return SNWiFiManager::sharedManager().currentNetWork();
 }
 
-void unlock(Item item, const Reply& reply) {
+void unlock(Self, Item item, const Reply& reply) {
   SentrelController::sharedInstance().updateLastAuthenticationTime(SessionKey(item));
   reply(outcome(hasSession(item)));
 }
 
-void suspend(Item, const Reply& reply) {
+void suspend(Self, Item, const Reply& reply) {
   SNUtils::suspendFrontMostApp();
   reply(outcome(isHomeScreenThere()));
 }
 
-void requestPhotos(Item, const Reply& reply) {
+/// A reply that is given once: by what was asked for, or in its place by the end of the home
+/// screen, after which nothing else would come.
+class AwaitedOutcome {
+ public:
+  AwaitedOutcome(const Application& self, Reply reply)
+      : reply_(std::move(reply)),
+        watch_(std::in_place, self.loop, self.busAddress, bus::springBoardService,
+               [this] { end(/*success=*/false); }) {}
+
+  /// A later request takes the place of an earlier one, which nobody answers then.
+  ~AwaitedOutcome() { end(/*success=*/false); }
+  AwaitedOutcome(const AwaitedOutcome&) = delete;
+  AwaitedOutcome& operator=(const AwaitedOutcome&) = delete;
+
+  void end(bool success) {
+    watch_.reset();
+    if (const Reply reply = std::exchange(reply_, nullptr)) reply(outcome(success));
+  }
+
+ private:
+  Reply reply_;
+  std::optional<bus::ServiceWatch> watch_;
+};
+
+void requestPhotos(Self self, Item, const Reply& reply) {
   if (SNUtils::isIOS11())
     throw UsageError(
         "from system 11 on Photos shows its prompt itself; this program has no screen");
-  if (!isHomeScreenThere()) return reply(outcome(/*success=*/false));
+  // From before the request on: a home screen that goes meanwhile is not missed.
+  const auto awaited = std::make_shared<AwaitedOutcome>(self, reply);
+  if (!isHomeScreenThere()) return awaited->end(/*success=*/false);
   SentrelController::sharedInstance().requiresAuthenticationForPhotos(
-      {}, [reply](bool success, bool) { reply(outcome(success)); });
+      {}, [awaited](bool success, bool) { awaited->end(success); });
 }
 
-constexpr Command<void(Item, const Reply&)> commands[] = {
+constexpr Command<void(Self, Item, const Reply&)> commands[] = {
     {"ask", "[ITEM]", "whether it needs authentication now: YES or NO", 0, 1, tell<isProtected>},
     {"listed", "[ITEM]", "whether it is configured as protected, whatever else: YES or NO", 0, 1,
      tell<isListed>},
@@ -122,7 +148,7 @@ constexpr Command<void(Item, const Reply&)> commands[] = {
     {"photos", "",
      "has the home screen ask the owner for authentication, as Photos did\n"
      "before system 11: OK once it succeeded, NO when it was cancelled\n"
-     "or nobody asks",
+     "or nobody asks any more",
      0, 0, requestPhotos},
 };
 
@@ -134,13 +160,13 @@ std::string appCommandsHelp() {
   return table.help(/*column=*/22) + "What nobody can tell is answered by NO or NONE.\n";
 }
 
-void obey(const Words& words, const std::string& ownIdentifier, const Reply& reply) {
+void obey(const Words& words, const Application& self, const Reply& reply) {
   if (words.empty() || words.size() > 2) throw UsageError("expected COMMAND [ITEM]");
   const bool hasItem = words.size() == 2;
   const auto* command = table.find(words[0]);
   if (!command || !command->takes(words.size() - 1))
     throw UsageError("unknown command " + words[0] + (hasItem ? " with an item" : ""));
-  command->run(hasItem ? words[1] : ownIdentifier, reply);
+  command->run(self, hasItem ? words[1] : self.identifier, reply);
 }
 
 }  // namespace sentrel::programs

@@ -1,8 +1,6 @@
 // An application's process: asks the home-screen process through its own copy of the library.
 
 #include <cstdio>
-#include <memory>
-#include <optional>
 #include <string>
 
 #include "device/bus/DeviceBus.h"
@@ -22,61 +20,78 @@ std::string usage() {
          "\n"
          "Runs as the process of the application BUNDLE-ID. Without a command it obeys the lines "
          "of\n"
-         "standard input, each answered by one line, until they end. ITEM is another bundle "
-         "identifier\n"
-         "in place of the application's own.\n"
+         "standard input, until all of them are answered, each by one line; one that makes no "
+         "sense\n"
+         "is answered by ? and makes the exit code 2 in the end. ITEM is another bundle identifier "
+         "in\n"
+         "place of the application's own.\n"
          "\n"
          "commands:\n" +
          appCommandsHelp();
 }
 
-void answer(const Words& words, const std::string& ownIdentifier) {
-  try {
-    obey(words, ownIdentifier, [](const Answer& answered) { std::puts(answered.text.c_str()); });
-  } catch (const UsageError& error) {
-    std::puts("?");
-    std::fprintf(stderr, "sentrel-app: %s\n", error.what());
-  }
-}
-
-/// A command is obeyed behind what others posted before it was given.
-void obeyInput(RealProcess& self, const std::string& ownIdentifier) {
-  runOnInput(self.loop(), AtEndOfInput::stop, [&](const std::string& line) {
-    const Words words = wordsOf(line);
-    if (words.empty()) return;
-    self.connection().catchUp();
-    self.loop().async([words, ownIdentifier] { answer(words, ownIdentifier); });
-  });
-}
-
-/// Ends the loop once the bus is gone: what waits for the home screen would wait for ever.
-class EndOfBus final : public loop::RunLoop::Source {
+/// Obeys the lines of standard input, each behind what others posted before it was given, until all
+/// of them are answered.
+class InputCommands {
  public:
-  explicit EndOfBus(RealProcess& self) : self_(self) {}
+  InputCommands(RealProcess& self, const Application& application)
+      : self_(self), application_(application) {}
 
-  Wish prepare() override {
-    if (!self_.connection().isConnected()) self_.loop().stop();
-    return {};
+  ExitCode run() {
+    runOnInput(
+        self_.loop(), [this](const std::string& line) { take(wordsOf(line)); },
+        [this] {
+          isAtEnd_ = true;
+          stopIfDone();
+        });
+    return code_;
   }
-  void dispatch() override {}
 
  private:
+  void take(const Words& words) {
+    if (words.empty()) return;
+    self_.connection().catchUp();
+    self_.loop().async([this, words] { answer(words); });
+  }
+
+  void answer(const Words& words) {
+    ++unanswered_;
+    try {
+      obey(words, application_, [this](const Answer& answered) { tell(answered.text); });
+    } catch (const UsageError& error) {
+      code_ = exitUsage;
+      std::fprintf(stderr, "sentrel-app: %s\n", error.what());
+      tell("?");
+    }
+  }
+
+  void tell(const std::string& text) {
+    std::puts(text.c_str());
+    --unanswered_;
+    stopIfDone();
+  }
+
+  void stopIfDone() {
+    if (isAtEnd_ && unanswered_ == 0) self_.loop().stop();
+  }
+
   RealProcess& self_;
+  const Application& application_;
+  int unanswered_ = 0;
+  bool isAtEnd_ = false;
+  ExitCode code_ = exitDone;
 };
 
-/// Returns once the command is answered, or nobody is left to answer it.
-ExitCode obeyOnce(RealProcess& self, const Words& words, const std::string& ownIdentifier) {
-  std::optional<Answer> answered;
-  obey(words, ownIdentifier, [&](const Answer& given) {
+/// Returns once the command is answered.
+ExitCode obeyOnce(const Application& application, const Words& words) {
+  Answer answered;
+  obey(words, application, [&](const Answer& given) {
     answered = given;
-    self.loop().stop();
+    application.loop.stop();
   });
-  const auto end = std::make_shared<EndOfBus>(self);
-  self.loop().add(end);
-  self.loop().run();
-  const Answer last = answered.value_or(Answer{"NO", exitNo});
-  std::puts(last.text.c_str());
-  return last.code;
+  application.loop.run();
+  std::puts(answered.text.c_str());
+  return answered.code;
 }
 
 int run(const CommandLine& line) {
@@ -85,19 +100,16 @@ int run(const CommandLine& line) {
   std::setvbuf(stdout, nullptr, _IOLBF, 0);
   const std::string identifier = line.arguments.front();
   const Words words(line.arguments.begin() + 1, line.arguments.end());
-  const auto address = bus::findBus({line.root, line.bus});
+  const auto address = bus::findBus({line.root(), line.bus});
   if (!address)
     std::fputs("sentrel-app: no home-screen process runs on this root; nothing will be answered\n",
                stderr);
-  RealProcess self("sentrel-app", identifier, line.root, address.value_or(""));
+  RealProcess self("sentrel-app", identifier, line.root(), address.value_or(""));
   if (address && !self.connection().isConnected())
     std::fprintf(stderr, "sentrel-app: nobody answers at %s\n", address->c_str());
   const host::SettingsReloader reloader;
-  if (words.empty()) {
-    obeyInput(self, identifier);
-    return exitDone;
-  }
-  return obeyOnce(self, words, identifier);
+  const Application application{identifier, self.loop(), address.value_or("")};
+  return words.empty() ? InputCommands(self, application).run() : obeyOnce(application, words);
 }
 
 }  // namespace
@@ -105,5 +117,5 @@ int run(const CommandLine& line) {
 
 int main(int argc, char** argv) {
   using namespace sentrel::programs;
-  return runProgram("sentrel-app", usage(), argc, argv, run);
+  return runProgram({"sentrel-app", usage(), run}, argc, argv);
 }

@@ -15,8 +15,8 @@ constexpr std::size_t longestLine = std::size_t{64} * 1024;
 
 class LineReader final : public loop::RunLoop::Source {
  public:
-  LineReader(loop::RunLoop& loop, AtEndOfInput atEnd, LineHandler handler)
-      : loop_(loop), atEnd_(atEnd), handler_(std::move(handler)) {}
+  LineReader(loop::RunLoop& loop, LineHandler handler, std::function<void()> atEnd)
+      : loop_(loop), handler_(std::move(handler)), atEnd_(std::move(atEnd)) {}
 
   Wish prepare() override;
   void dispatch() override;
@@ -26,8 +26,8 @@ class LineReader final : public loop::RunLoop::Source {
   void ignoreIfTooLong(std::size_t length);
 
   loop::RunLoop& loop_;
-  AtEndOfInput atEnd_;
   LineHandler handler_;
+  std::function<void()> atEnd_;
   std::string pending_;
   bool isIgnored_ = false;  // the line that pending_ starts with, or is in the middle of
   bool open_ = true;
@@ -48,14 +48,15 @@ void LineReader::dispatch() {
   open_ = false;
   if (!pending_.empty()) pending_ += '\n';
   handleLines();
-  if (atEnd_ == AtEndOfInput::stop) loop_.async([&loop = loop_] { loop.stop(); });
+  if (atEnd_) loop_.async(std::move(atEnd_));
 }
 
 void LineReader::handleLines() {
   for (auto end = pending_.find('\n'); end != pending_.npos; end = pending_.find('\n')) {
     ignoreIfTooLong(end);
-    const std::string line = pending_.substr(0, end);
+    std::string line = pending_.substr(0, end);
     pending_.erase(0, end + 1);
+    if (line.ends_with('\r')) line.pop_back();
     if (!std::exchange(isIgnored_, false)) handler_(line);
   }
   ignoreIfTooLong(pending_.size());
@@ -70,9 +71,9 @@ void LineReader::ignoreIfTooLong(std::size_t length) {
 
 }  // namespace
 
-void runOnInput(loop::RunLoop& loop, AtEndOfInput atEnd, LineHandler handler) {
+void runOnInput(loop::RunLoop& loop, LineHandler handler, std::function<void()> atEnd) {
   // The loop does not keep it.
-  const auto reader = std::make_shared<LineReader>(loop, atEnd, std::move(handler));
+  const auto reader = std::make_shared<LineReader>(loop, std::move(handler), std::move(atEnd));
   loop.add(reader);
   loop.run();
 }

@@ -14,11 +14,11 @@ std::shared_ptr<bus::BusConnection> connect(const char* program,
                                             const std::string& address) {
   bus::BusConnection::Options options;
   if (!address.empty()) options.address = address;
-  options.onLost = [program, wanted = !address.empty()](const std::string& reason) {
+  // Not the reason: it is told in the words, and the language, of others.
+  options.onLost = [program, wanted = !address.empty()](const std::string&) {
     if (wanted)
-      std::fprintf(stderr,
-                   "%s: the bus of the home screen is gone (%s): nothing is answered or heard\n",
-                   program, reason.c_str());
+      std::fprintf(stderr, "%s: the bus of the home screen is gone: nothing is answered or heard\n",
+                   program);
   };
   return std::make_shared<bus::BusConnection>(loop, options);
 }

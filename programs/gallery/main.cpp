@@ -1,16 +1,13 @@
-#include <exception>
-#include <iostream>
-#include <string_view>
-
+#include "programs/common/CommandLine.h"
 #include "programs/common/ExitCode.h"
 #include "programs/gallery/Gallery.h"
 
 namespace {
 
 constexpr const char* usage =
-    "usage: sentrel-gallery OUT-FOLDER\n"
-    "Paints every screen of the prompt, the overlay, the caller cover and the passcode screen "
-    "into\n"
+    "usage: sentrel-gallery [options] OUT-FOLDER\n"
+    "\n"
+    "Paints every screen of the prompt, the overlay, the caller cover and the passcode screen into\n"
     "PNG files.\n";
 
 void paintEverything(sentrel::gallery::Gallery& gallery) {
@@ -24,24 +21,17 @@ void paintEverything(sentrel::gallery::Gallery& gallery) {
   paintPasscodeScreens(gallery);
 }
 
+int run(const sentrel::programs::CommandLine& line) {
+  if (line.arguments.size() != 1 || line.arguments[0].empty())
+    throw sentrel::programs::UsageError("expected OUT-FOLDER");
+  sentrel::gallery::Gallery gallery(line.arguments[0]);
+  paintEverything(gallery);
+  return sentrel::programs::exitDone;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-  const std::string_view argument = argc == 2 ? argv[1] : "";
-  if (argument == "--help") {
-    std::cout << usage;
-    return sentrel::programs::exitDone;
-  }
-  if (argument.empty() || argument.starts_with('-')) {
-    std::cerr << usage;
-    return sentrel::programs::exitUsage;
-  }
-  try {
-    sentrel::gallery::Gallery gallery(argv[1]);
-    paintEverything(gallery);
-    return sentrel::programs::exitDone;
-  } catch (const std::exception& error) {
-    std::cerr << "sentrel-gallery: " << error.what() << '\n';
-    return sentrel::programs::exitCouldNot;
-  }
+  return sentrel::programs::runProgram(
+      {.name = "sentrel-gallery", .usage = usage, .body = run, .hasDevice = false}, argc, argv);
 }

@@ -1,13 +1,19 @@
 #include <algorithm>
 #include <cstdio>
+#include <optional>
 #include <set>
+#include <string>
 #include <variant>
 
+#include "device/storage/OpenSslCryptography.h"
 #include "device/storage/PlistFiles.h"
-#include "programs/common/CommandLine.h"
+#include "device/storage/PropertyListCoding.h"
+#include "programs/common/OneLine.h"
+#include "programs/common/SettingsValue.h"
 #include "programs/sentrelctl/Command.h"
+#include "programs/sentrelctl/SettingsFile.h"
 #include "sentrel/settings/FolderRecord.h"
-#include "sentrel/settings/SNSettings.h"
+#include "sentrel/settings/PasscodeCipher.h"
 #include "sentrel/settings/SettingsKeys.h"
 
 namespace sentrel::sentrelctl {
@@ -19,7 +25,7 @@ using programs::ExitCode;
 class Report {
  public:
   void fault(std::string_view where, const std::string& what) {
-    std::printf("%s: %s\n", std::string(where).c_str(), what.c_str());
+    std::puts(programs::oneLine(std::string(where) + ": " + what).c_str());
     ++count_;
   }
   ExitCode verdict() const {
@@ -31,56 +37,14 @@ class Report {
   int count_ = 0;
 };
 
-const char* nameOf(SettingsType type) {
-  switch (type) {
-    case SettingsType::boolean:
-      return "YES or NO";
-    case SettingsType::real:
-      return "a number";
-    case SettingsType::integer:
-      return "a whole number";
-    case SettingsType::string:
-      return "a text";
-    case SettingsType::stringArray:
-      return "a list of texts";
-    case SettingsType::folderArray:
-      return "a list of folder records";
-  }
-  return "";
-}
-
-bool isWhole(const PropertyList& value) {
-  return value.as<bool>() || value.as<std::int64_t>();
-}
-
-/// A toggled switch holds 0 or 1, which reads the same.
-bool isSwitch(const PropertyList& value) {
-  return isWhole(value) && (value.integerValue() == 0 || value.integerValue() == 1);
-}
-
-bool matches(SettingsType type, const PropertyList& value) {
-  switch (type) {
-    case SettingsType::boolean:
-      return isSwitch(value);
-    case SettingsType::real:
-      return value.isNumber();
-    case SettingsType::integer:
-      return isWhole(value);
-    case SettingsType::string:
-      return value.as<std::string>();
-    case SettingsType::stringArray:
-    case SettingsType::folderArray:
-      return value.as<PropertyList::Array>();
-  }
-  return false;
-}
-
 void checkTexts(Report& report, std::string_view key, const PropertyList::Array& elements) {
   std::set<std::string> seen;
   for (const PropertyList& element : elements) {
     const auto* text = element.as<std::string>();
     if (!text)
       report.fault(key, "holds " + describe(element) + ", which is no text and protects nothing");
+    else if (text->empty())
+      report.fault(key, "holds an empty name, which is the name of nothing");
     else if (!seen.insert(*text).second)
       report.fault(key, "holds \"" + *text + "\" more than once");
   }
@@ -105,39 +69,62 @@ void checkFolders(Report& report, std::string_view key, const PropertyList::Arra
 void checkEntry(Report& report, const std::string& key, const PropertyList& value) {
   const SettingsKey* known = findSettingsKey(key);
   if (!known) return report.fault(key, "is no setting; nothing reads it");
-  if (!matches(known->type, value))
-    return report.fault(
-        key, "holds " + describe(value) + " where " + nameOf(known->type) + " is expected");
+  if (!programs::isProper(known->type, value))
+    return report.fault(key, "holds " + describe(value) + " where " +
+                                 programs::nameOf(known->type) + " is expected");
   if (known->type == SettingsType::stringArray)
     checkTexts(report, key, *value.as<PropertyList::Array>());
   if (known->type == SettingsType::folderArray)
     checkFolders(report, key, *value.as<PropertyList::Array>());
 }
 
+/// Whether the stored form is that of a passcode that can be typed; none where it is of none.
+std::optional<bool> isTypableWhenDeciphered(const std::string& stored) {
+  const storage::OpenSslCryptography cryptography;
+  const auto enciphered = cryptography.decodeBase64(stored);
+  if (!enciphered) return std::nullopt;
+  auto plain = sn__AES256DecryptWithKey(cryptography, *enciphered, passcodeCipherKey);
+  if (!plain) return std::nullopt;
+  const bool isTypable =
+      programs::isTypable({reinterpret_cast<const char*>(plain->data()), plain->size()});
+  cryptography.wipe(*plain);
+  return isTypable;
+}
+
+void checkPasscode(Report& report, const std::string& stored) {
+  const auto isTypable = isTypableWhenDeciphered(stored);
+  if (!isTypable)
+    report.fault(settings_keys::passcode,
+                 "is no enciphered passcode: nothing that is typed is right");
+  else if (!*isTypable)
+    report.fault(settings_keys::passcode,
+                 "is not of " + std::to_string(passcodeLength) + " digits: no prompt takes it");
+}
+
 void checkTogether(Report& report, const PropertyList::Dictionary& file) {
   const PropertyList* onlyPasscode = find(file, settings_keys::usePasscodeOnly);
   const auto* passcode = find<std::string>(file, settings_keys::passcode);
-  if (onlyPasscode && onlyPasscode->boolValue() && (!passcode || passcode->empty()))
+  const bool hasPasscode = passcode && !passcode->empty();
+  if (onlyPasscode && onlyPasscode->boolValue() && !hasPasscode)
     report.fault(settings_keys::usePasscodeOnly, "has no effect: no passcode is stored");
-  if (passcode && !passcode->empty() && !SNSettings::sharedSettings().canDecryptString(*passcode))
-    report.fault(settings_keys::passcode,
-                 "is no enciphered passcode: nothing that is typed is right");
+  if (hasPasscode) checkPasscode(report, *passcode);
+}
+
+void checkFile(Report& report, const std::string& path) {
+  const auto reading = storage::readDictionaryFile(path);
+  if (const auto* fault = std::get_if<storage::PropertyListFault>(&reading))
+    return report.fault(path, storage::describe(*fault) + "; every setting reads as absent");
+  const auto& entries = std::get<PropertyList::Dictionary>(reading);
+  for (const auto& [key, value] : entries)
+    checkEntry(report, key, value);
+  checkTogether(report, entries);
+  if (!storage::serializePropertyList(entries))
+    report.fault(path, "is too large to be written again; no setting can be changed");
 }
 
 ExitCode check(const Context& context, const Arguments& arguments) {
-  const std::string file = arguments.empty()
-                               ? context.root.hostPath(std::string(settingsFilePath)).value_or("")
-                               : arguments[0];
-  const auto reading = storage::readDictionaryFile(file);
   Report report;
-  if (const auto* fault = std::get_if<storage::PropertyListFault>(&reading)) {
-    report.fault(file, storage::describe(*fault) + "; every setting reads as absent");
-  } else {
-    const auto& entries = std::get<PropertyList::Dictionary>(reading);
-    for (const auto& [key, value] : entries)
-      checkEntry(report, key, value);
-    checkTogether(report, entries);
-  }
+  checkFile(report, arguments.empty() ? settingsFileOnThisMachine(context) : arguments[0]);
   return report.verdict();
 }
 

@@ -41,28 +41,36 @@ bool isOn(std::string_view key) {
   return flag && flag->boolValue();
 }
 
+std::string answerOf(std::string_view key) {
+  return yesOrNo(isOn(key)) + ": " + std::string(key);
+}
+
 /// Without its own switch, Photos may still be protected like any application.
-void explainPhotosAsApplication() {
+void explainPhotosAsApplication(Explanation& explanation) {
   const bool isListed = SNSettings::sharedSettings().isAppProtected(photosBundleIdentifier,
                                                                     /*ignoreAllOther=*/true);
-  step("in the set?", yesOrNo(isListed) + ": the protected applications");
-  if (isListed) explainSession(photosBundleIdentifier);
+  explanation.step("in the set?", yesOrNo(isListed) + ": the protected applications");
+  if (isListed) explanation.stepOfSession(photosBundleIdentifier);
 }
 
 }  // namespace
 
-programs::ExitCode explainFeature(const std::string& name) {
-  const Feature& feature = named(features, name, "feature");
-  explainActivity();
+bool explainFeature(Explanation& explanation, const std::string& name) {
+  const Feature& feature = named(features, name, "feature", featureNames());
+  explanation.stepsOfActivity();
   if (feature.service.empty())
-    step("open session?", "does not count here");
+    explanation.step("open session?", "does not count here");
   else
-    explainSession(SNUtils::localizedString(feature.service));
-  if (!feature.mainKey.empty())
-    step("caller ID hidden?", yesOrNo(isOn(feature.mainKey)) + ": " + std::string(feature.mainKey));
-  step("switched on?", yesOrNo(isOn(feature.key)) + ": " + std::string(feature.key));
-  if (feature.key == keys::photosProtected && !isOn(feature.key)) explainPhotosAsApplication();
-  return conclude((SNSettings::sharedSettings().*feature.isProtected)());
+    explanation.stepOfSession(SNUtils::localizedString(feature.service));
+  if (!feature.mainKey.empty()) explanation.step("caller ID hidden?", answerOf(feature.mainKey));
+  explanation.step("switched on?", answerOf(feature.key));
+  if (feature.key == keys::photosProtected && !isOn(feature.key))
+    explainPhotosAsApplication(explanation);
+  return (SNSettings::sharedSettings().*feature.isProtected)();
+}
+
+std::string featureNames() {
+  return namesOf(features);
 }
 
 }  // namespace sentrel::sentrelctl

@@ -12,9 +12,9 @@
 namespace sentrel::sentrelctl {
 namespace {
 
-void explainAllFolders(const SNSettings& settings) {
-  step("all folders?", yesOrNo(settings.isAllFoldersProtected()) + ": " +
-                           std::string(settings_keys::allFoldersProtected));
+void explainAllFolders(Explanation& explanation, const SNSettings& settings) {
+  explanation.step("all folders?", yesOrNo(settings.isAllFoldersProtected()) + ": " +
+                                       std::string(settings_keys::allFoldersProtected));
 }
 
 // --- An application by its folder ----------------------------------------------------------------
@@ -28,21 +28,21 @@ std::string whyNotStored(const PropertyList* stored, const PropertyList& folder)
   return nameOf(*stored) + " is stored with other applications than it holds now";
 }
 
-void explainSet(const SNSettings& settings, const std::string& bundleIdentifier,
-                const PropertyList& folder) {
+void explainSet(Explanation& explanation, const SNSettings& settings,
+                const std::string& bundleIdentifier, const PropertyList& folder) {
   const auto protecting = settings.isFolderProtectedForApp(bundleIdentifier,
                                                            /*ignoreAllOther=*/true);
   const auto& records = settings.enabledFolders();
   if (protecting && std::ranges::find(records, *protecting) != records.end())
-    return step("in the set?", "yes: the protected folders");
+    return explanation.step("in the set?", "yes: the protected folders");
   const PropertyList* stored = nullptr;
   for (const PropertyList& record : records)
     if (holdsApplication(record, bundleIdentifier)) stored = &record;
-  step("in the set?", "no: " + whyNotStored(stored, folder));
-  explainAllFolders(settings);
+  explanation.step("in the set?", "no: " + whyNotStored(stored, folder));
+  explainAllFolders(explanation, settings);
   // A stored folder of the same name decides alone.
   if (settings.isAllFoldersProtected() && !protecting)
-    step("same applications?", "no: as stored, the folder holds others");
+    explanation.step("same applications?", "no: as stored, the folder holds others");
 }
 
 // --- A folder itself -----------------------------------------------------------------------------
@@ -59,30 +59,30 @@ std::shared_ptr<simulated::SimulatedFolder> liveFolder(const PropertyList& recor
 
 }  // namespace
 
-programs::ExitCode explainFolder(const std::string& bundleIdentifier) {
+bool explainFolder(Explanation& explanation, const std::string& bundleIdentifier) {
   const SNSettings& settings = SNSettings::sharedSettings();
   const PropertyList record = requireFolderOf(bundleIdentifier);
-  explainActivity();
+  explanation.stepsOfActivity();
   const bool isCovered =
       SentrelController::sharedInstance().shouldIgnoreAuthentication(SessionItem::record(record));
-  step("open session?", isCovered
-                            ? "yes: one for everything"
-                            : "no, or one for this folder, of which the home screen alone knows");
-  explainAllFolders(settings);
+  explanation.step("open session?",
+                   isCovered ? "yes: one for everything"
+                             : "no, or one for this folder, of which the home screen alone knows");
+  explainAllFolders(explanation, settings);
   const bool isStored = settings.hasFolder(record, /*ignoreAllOther=*/true);
-  step("in the set?", yesOrNo(isStored) + ": the protected folders");
-  return conclude(!isCovered && settings.isFolderProtected(*liveFolder(record)));
+  explanation.step("in the set?", yesOrNo(isStored) + ": the protected folders");
+  return !isCovered && settings.isFolderProtected(*liveFolder(record));
 }
 
-programs::ExitCode explainFolderOf(const std::string& bundleIdentifier) {
+bool explainFolderOf(Explanation& explanation, const std::string& bundleIdentifier) {
   const SNSettings& settings = SNSettings::sharedSettings();
-  explainActivity();
-  explainSession(bundleIdentifier);
+  explanation.stepsOfActivity();
+  explanation.stepOfSession(bundleIdentifier);
   const auto folder = folderOf(bundleIdentifier);
-  homeScreenAnswers() ? step("in a folder?", yesOrNo(folder.has_value()))
-                      : stepUnknown("in a folder?");
-  if (folder) explainSet(settings, bundleIdentifier, *folder);
-  return conclude(settings.isFolderProtectedForApp(bundleIdentifier).has_value());
+  homeScreenAnswers() ? explanation.step("in a folder?", yesOrNo(folder.has_value()))
+                      : explanation.stepUnknown("in a folder?");
+  if (folder) explainSet(explanation, settings, bundleIdentifier, *folder);
+  return settings.isFolderProtectedForApp(bundleIdentifier).has_value();
 }
 
 }  // namespace sentrel::sentrelctl

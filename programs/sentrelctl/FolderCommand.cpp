@@ -5,6 +5,7 @@
 #include "programs/common/CommandLine.h"
 #include "programs/sentrelctl/Command.h"
 #include "programs/sentrelctl/Folders.h"
+#include "programs/sentrelctl/Printing.h"
 #include "programs/sentrelctl/SettingsFile.h"
 #include "sentrel/settings/FolderRecord.h"
 #include "sentrel/settings/SNSettings.h"
@@ -16,16 +17,21 @@ namespace {
 using programs::ExitCode;
 using programs::UsageError;
 
-ExitCode list() {
-  for (const PropertyList& record : SNSettings::sharedSettings().enabledFolders()) {
-    std::printf("%s:", nameOf(record).c_str());
-    if (const auto* icons = iconsOf(record))
-      for (const PropertyList& icon : *icons) {
-        const std::string* identifier = bundleIdentifierOf(icon);
-        std::printf(" %s", identifier ? identifier->c_str() : describe(icon).c_str());
-      }
-    std::puts("");
-  }
+/// Its name, and the applications in it.
+PropertyList lineOf(const PropertyList& record) {
+  std::string line = nameOf(record) + ":";
+  if (const auto* icons = iconsOf(record))
+    for (const PropertyList& icon : *icons) {
+      const std::string* identifier = bundleIdentifierOf(icon);
+      line += " " + (identifier ? *identifier : describe(icon));
+    }
+  return line;
+}
+
+ExitCode list(const Context& context) {
+  PropertyList::Array records = SNSettings::sharedSettings().enabledFolders();
+  if (!context.line.json) std::ranges::transform(records, records.begin(), lineOf);
+  print(context, std::move(records));
   return programs::exitDone;
 }
 
@@ -63,7 +69,7 @@ ExitCode change(const Context& context, const std::string& what, const std::stri
 ExitCode folders(const Context& context, const Arguments& arguments) {
   readSettingsFile(context);
   if (arguments.size() == 2) return change(context, arguments[0], arguments[1]);
-  if (arguments[0] == "list") return list();
+  if (arguments[0] == "list") return list(context);
   if (arguments[0] != "reset") throw UsageError("expected folders list or reset");
   requireWritten(SNSettings::sharedSettings().resetAllFolders());
   return programs::exitDone;

@@ -20,8 +20,8 @@ const SettingsKey& requireList(const std::string& name) {
 ExitCode add(const Context& context, const Arguments& arguments) {
   const SettingsKey& key = requireList(arguments[0]);
   PropertyList::Array elements = requireListOrNone(context, key.name);
-  if (std::ranges::find(elements, PropertyList(arguments[1])) == elements.end())
-    elements.emplace_back(arguments[1]);
+  const PropertyList item = programs::requireName(arguments[1]);
+  if (std::ranges::find(elements, item) == elements.end()) elements.push_back(item);
   changeSetting(context, key.name, std::move(elements));
   return programs::exitDone;
 }

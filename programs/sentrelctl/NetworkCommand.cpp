@@ -1,8 +1,8 @@
-#include <cstdio>
-
 #include "programs/common/CommandLine.h"
 #include "programs/common/HomeScreenProbe.h"
+#include "programs/common/SettingsValue.h"
 #include "programs/sentrelctl/Command.h"
+#include "programs/sentrelctl/Printing.h"
 #include "programs/sentrelctl/SettingsFile.h"
 #include "sentrel/settings/SNSettings.h"
 #include "sentrel/settings/SNWiFiManager.h"
@@ -14,36 +14,33 @@ using programs::ExitCode;
 using programs::ProgramError;
 using programs::UsageError;
 
-ExitCode list(const PropertyList::Array& names) {
-  for (const PropertyList& name : names)
-    std::printf("%s\n", describe(name).c_str());
+ExitCode tell(const Context& context, const PropertyList& names) {
+  print(context, names);
   return programs::exitDone;
 }
 
 ExitCode listTrusted(const Context& context) {
   readSettingsFile(context);
-  return list(SNSettings::sharedSettings().wifiNetworks());
+  return tell(context, SNSettings::sharedSettings().wifiNetworks());
 }
 
-ExitCode listKnown() {
+ExitCode listKnown(const Context& context) {
   programs::requireHomeScreen();
   const auto known = SNWiFiManager::sharedManager().knownNetworks();
   if (!known) throw ProgramError("the home screen cannot tell");
-  return list(*known);
+  return tell(context, *known);
 }
 
-ExitCode showCurrent() {
+ExitCode showCurrent(const Context& context) {
   programs::requireHomeScreen();
   const auto network = SNWiFiManager::sharedManager().currentNetWork();
   const auto* name = network ? find<std::string>(*network, "SSID") : nullptr;
-  if (!name) return programs::exitNo;
-  std::printf("%s\n", name->c_str());
-  return programs::exitDone;
+  return name ? tell(context, *name) : programs::exitNo;
 }
 
 ExitCode trust(const Context& context, const std::string& name) {
   requireListOrNone(context, settings_keys::trustedNetworks);
-  requireWritten(SNSettings::sharedSettings().addToWiFiNetwork(name));
+  requireWritten(SNSettings::sharedSettings().addToWiFiNetwork(programs::requireName(name)));
   return programs::exitDone;
 }
 
@@ -59,8 +56,8 @@ ExitCode networks(const Context& context, const Arguments& arguments) {
   const std::string& what = arguments[0];
   const bool hasName = arguments.size() == 2;
   if (what == "trusted" && !hasName) return listTrusted(context);
-  if (what == "known" && !hasName) return listKnown();
-  if (what == "current" && !hasName) return showCurrent();
+  if (what == "known" && !hasName) return listKnown(context);
+  if (what == "current" && !hasName) return showCurrent(context);
   if (what == "trust" && hasName) return trust(context, arguments[1]);
   if (what == "distrust" && hasName) return distrust(context, arguments[1]);
   throw UsageError("expected networks trusted|known|current, or networks trust|distrust NAME");

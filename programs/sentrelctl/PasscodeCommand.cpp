@@ -4,10 +4,10 @@
 #include <string>
 
 #include "programs/common/CommandLine.h"
+#include "programs/common/SettingsValue.h"
 #include "programs/sentrelctl/Command.h"
 #include "programs/sentrelctl/SettingsFile.h"
 #include "programs/sentrelctl/SilentTerminal.h"
-#include "sentrel/platform/Utf8.h"
 #include "sentrel/settings/SNSettings.h"
 
 namespace sentrel::sentrelctl {
@@ -66,9 +66,8 @@ bool readLine(Secret& line, const char* prompt) {
 
 /// On a terminal nobody sees what was typed, so it is typed twice.
 void readNewPasscode(Secret& passcode) {
-  if (!readLine(passcode, "passcode: "))
-    throw UsageError("the passcode on standard input is too long");
-  if (passcode.text().empty()) throw UsageError("no passcode on standard input");
+  readLine(passcode, "passcode: ");
+  programs::requireTypable(passcode.text());
   if (!isatty(STDIN_FILENO)) return;
   Secret again;
   if (!readLine(again, "again: ") || again.text() != passcode.text())
@@ -80,8 +79,6 @@ ExitCode setPasscode(const Context& context) {
   Secret passcode;
   readNewPasscode(passcode);
   SNSettings& settings = SNSettings::sharedSettings();
-  if (!isUtf8(passcode.text()))
-    throw ProgramError("the passcode is not UTF-8 text; the old one, if any, is as it was");
   if (!settings.savePasscode(passcode.text()))
     throw ProgramError("the passcode could not be stored; the old one, if any, is as it was");
   // Where the cipher fails, what is written is a file without a passcode.
@@ -114,8 +111,8 @@ ExitCode passcode(const Context& context, const Arguments& arguments) {
 }
 
 constexpr Command commands[] = {
-    {"passcode", "set|remove|check", "reads a passcode from standard input, without echo", 1, 1,
-     passcode},
+    {"passcode", "set|remove|check",
+     "reads a passcode, six digits, from standard input, without echo", 1, 1, passcode},
 };
 
 }  // namespace

@@ -14,10 +14,6 @@ using programs::ProgramError;
 
 namespace {
 
-std::string settingsFileOnThisMachine(const Context& context) {
-  return context.root.hostPath(std::string(settingsFilePath)).value_or("");
-}
-
 /// A set of protected items, by the properties that keep what always holds for it.
 struct ItemSet {
   std::string_view key;
@@ -60,6 +56,10 @@ std::optional<PropertyList> asSet(std::string_view key, std::optional<PropertyLi
 
 }  // namespace
 
+std::string settingsFileOnThisMachine(const Context& context) {
+  return context.root().hostPath(std::string(settingsFilePath)).value_or("");
+}
+
 PropertyList::Dictionary readSettingsFile(const Context& context) {
   const std::string path = settingsFileOnThisMachine(context);
   auto reading = storage::readDictionaryFile(path);
@@ -90,17 +90,6 @@ void changeSetting(const Context& context, std::string_view key,
 
 void requireWritten(bool written) {
   if (!written) throw ProgramError("the settings file could not be written; it is as it was");
-}
-
-std::string shown(const PropertyList& value) {
-  const auto* elements = value.as<PropertyList::Array>();
-  if (!elements) return describe(value);
-  std::string text;
-  for (const PropertyList& element : *elements) {
-    if (!text.empty()) text += ", ";
-    text += describe(element);
-  }
-  return text;
 }
 
 }  // namespace sentrel::sentrelctl

@@ -10,6 +10,9 @@
 
 namespace sentrel::sentrelctl {
 
+/// Where the settings file is; empty where the device root cannot hold it.
+std::string settingsFileOnThisMachine(const Context& context);
+
 /// The settings file as it stands; throws ProgramError with the reason when it cannot be read.
 PropertyList::Dictionary readSettingsFile(const Context& context);
 
@@ -24,8 +27,5 @@ void changeSetting(const Context& context, std::string_view key, std::optional<P
 
 /// Throws ProgramError where a writer of the library says that the file did not take it.
 void requireWritten(bool written);
-
-/// What a person would write for a value of one of the file's types.
-std::string shown(const PropertyList& value);
 
 }  // namespace sentrel::sentrelctl

@@ -3,8 +3,10 @@
 
 #include "device/storage/PlistFiles.h"
 #include "programs/common/CommandLine.h"
+#include "programs/common/OneLine.h"
 #include "programs/common/SettingsValue.h"
 #include "programs/sentrelctl/Command.h"
+#include "programs/sentrelctl/Printing.h"
 #include "programs/sentrelctl/SettingsFile.h"
 #include "sentrel/bridge/Notifications.h"
 #include "sentrel/bridge/SNUtils.h"
@@ -20,35 +22,60 @@ using programs::UsageError;
 
 ExitCode create(const Context& context, const Arguments&) {
   const std::string path(settingsFilePath);
-  const auto hostPath = context.root.hostPath(path);
+  const auto hostPath = context.root().hostPath(path);
   if (!hostPath) throw ProgramError("the device root cannot hold " + path);
   if (std::filesystem::exists(std::filesystem::symlink_status(*hostPath)))
     throw ProgramError("there is a settings file already: " + *hostPath);
   std::filesystem::create_directories(std::filesystem::path(*hostPath).parent_path());
-  storage::PlistFiles files(context.root);
+  storage::PlistFiles files(context.root());
   if (!files.writeDictionary(path, {})) throw ProgramError("could not write " + *hostPath);
   SNUtils::postDarwinNotification(notifications::settingsChanged);
   return programs::exitDone;
 }
 
+void printEntry(const std::string& key, const PropertyList& value) {
+  const std::string name = programs::oneLine(key);
+  const auto* elements = value.as<PropertyList::Array>();
+  if (!elements)
+    return static_cast<void>(std::printf("%s = %s\n", name.c_str(), shown(value).c_str()));
+  std::printf("%s =\n", name.c_str());
+  for (const PropertyList& element : *elements)
+    std::printf("  %s\n", shown(element).c_str());
+}
+
 ExitCode show(const Context& context, const Arguments&) {
-  for (const auto& [key, value] : readSettingsFile(context))
-    std::printf("%s = %s\n", key.c_str(), shown(value).c_str());
+  PropertyList::Dictionary file = readSettingsFile(context);
+  for (auto& [key, value] : file)
+    value = presented(key, value);
+  if (context.line.json) {
+    print(context, file);
+    return programs::exitDone;
+  }
+  for (const auto& [key, value] : file)
+    printEntry(key, value);
   return programs::exitDone;
 }
 
+/// What the file holds under a key, or null. An entry that is no setting can be looked at and
+/// removed like any other; what is neither a setting nor in the file is a slip of the pen.
+const PropertyList* entryOf(const PropertyList::Dictionary& file, const std::string& key) {
+  const PropertyList* value = find(file, key);
+  if (!value) programs::requireSettingsKey(key);
+  return value;
+}
+
 ExitCode get(const Context& context, const Arguments& arguments) {
-  readSettingsFile(context);
-  const auto value = SNSettings::sharedSettings().valueForKey(arguments[0]);
+  const auto file = readSettingsFile(context);
+  const PropertyList* value = entryOf(file, arguments[0]);
   if (!value) return programs::exitNo;
-  std::printf("%s\n", shown(*value).c_str());
+  print(context, presented(arguments[0], *value));
   return programs::exitDone;
 }
 
 ExitCode set(const Context& context, const Arguments& arguments) {
   const SettingsKey& key = programs::requireSettingsKey(arguments[0]);
   const Arguments values(arguments.begin() + 1, arguments.end());
-  changeSetting(context, key.name, programs::parseSettingsValue(key.type, values));
+  changeSetting(context, key.name, programs::parseSettingsValue(key, values));
   return programs::exitDone;
 }
 
@@ -74,7 +101,7 @@ ExitCode toggle(const Context& context, const Arguments& arguments) {
 }
 
 ExitCode remove(const Context& context, const Arguments& arguments) {
-  if (!find(readSettingsFile(context), arguments[0])) return programs::exitNo;
+  if (!entryOf(readSettingsFile(context), arguments[0])) return programs::exitNo;
   changeSetting(context, arguments[0], std::nullopt);
   return programs::exitDone;
 }

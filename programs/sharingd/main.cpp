@@ -31,11 +31,12 @@ std::string usage() {
          "Prints \"ready\" once it answers, and \"tap\" when the watch is to tap the wrist.\n";
 }
 
-void obey(RealProcess& self, const std::string& line) {
+void obey(RealProcess& self, const std::string& line, ExitCode& code) {
   if (line == "quit") return self.loop().stop();
   try {
     std::puts(obeyWatchCommand(self.device().watch(), line).c_str());
   } catch (const UsageError& error) {
+    code = exitUsage;
     std::puts("?");
     std::fprintf(stderr, "%s: %s\n", program, error.what());
   }
@@ -54,17 +55,17 @@ void serve(RealProcess& self) {
 int run(const CommandLine& line) {
   if (!line.arguments.empty()) throw UsageError("no argument is expected");
   std::setvbuf(stdout, nullptr, _IOLBF, 0);
-  const auto address = bus::findBus({line.root, line.bus});
+  const auto address = bus::findBus({line.root(), line.bus});
   if (!address)
-    throw ProgramError("no home-screen process runs on " + line.root +
+    throw ProgramError("no home-screen process runs on " + line.root() +
                        ": start sentrel-springboard there first");
-  RealProcess self(program, std::string(sharingDaemonBundleIdentifier), line.root, *address);
+  RealProcess self(program, std::string(sharingDaemonBundleIdentifier), line.root(), *address);
   stopOnSignals(self.loop());
   serve(self);
   std::puts("ready");
-  runOnInput(self.loop(), AtEndOfInput::goOn,
-             [&self](const std::string& command) { obey(self, command); });
-  return exitDone;
+  ExitCode code = exitDone;
+  runOnInput(self.loop(), [&](const std::string& command) { obey(self, command, code); });
+  return code;
 }
 
 }  // namespace
@@ -72,5 +73,5 @@ int run(const CommandLine& line) {
 
 int main(int argc, char** argv) {
   using namespace sentrel::programs;
-  return runProgram(program, usage(), argc, argv, run);
+  return runProgram({program, usage(), run}, argc, argv);
 }

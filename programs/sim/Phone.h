@@ -85,9 +85,9 @@ class Phone {
   void unlock();
   void dim();
 
-  /// Where pictures go; none is the current folder.
+  /// Where pictures go; with none, none are taken.
   void setPictureFolder(std::string folder) { pictureFolder_ = std::move(folder); }
-  const std::string& pictureFolder() const noexcept { return pictureFolder_; }
+  const std::optional<std::string>& pictureFolder() const noexcept { return pictureFolder_; }
 
   // --- What was noticed ----------------------------------------------------------------------
 
@@ -130,7 +130,7 @@ class Phone {
   std::vector<std::function<void()>> deferred_;
   std::function<void()> onMoment_;
   std::vector<std::string> logLines_;
-  std::string pictureFolder_;
+  std::optional<std::string> pictureFolder_;
   Mark mark_;
   bool knowsOfLock_ = false;
 };

@@ -75,11 +75,11 @@ std::string takeWord(std::string_view& rest) {
 /// The words of a line, parted by spaces. Between double quotes spaces belong to the word, and so
 /// does what stands behind a backslash; from a # at the beginning of a word to the end is a
 /// comment. Throws UsageError for quotes that do not end.
-Words splitLine(const std::string& line) {
+Words splitLine(std::string_view rest) {
   Words words;
-  std::string_view rest = line;
+  if (rest.ends_with('\r')) rest.remove_suffix(1);
   for (;;) {
-    const auto begin = rest.find_first_not_of(" \t\r");
+    const auto begin = rest.find_first_not_of(" \t");
     if (begin == std::string_view::npos || rest[begin] == '#') return words;
     rest.remove_prefix(begin);
     words.push_back(takeWord(rest));
@@ -97,18 +97,18 @@ std::optional<Step> prepareStep(Phone& phone, int line, const std::string& text)
                             : prepareCommand(phone, words)};
 }
 
-std::vector<Step> readScript(Phone& phone, std::istream& input, const std::string& name) {
-  std::vector<Step> steps;
+Script readScript(Phone& phone, std::istream& input) {
+  Script script;
   int number = 0;
   for (std::string line; std::getline(input, line);) {
     ++number;
     try {
-      if (auto step = prepareStep(phone, number, line)) steps.push_back(std::move(*step));
+      if (auto step = prepareStep(phone, number, line)) script.steps.push_back(std::move(*step));
     } catch (const UsageError& error) {
-      throw UsageError(name + ":" + std::to_string(number) + ": " + error.what());
+      script.complaints.push_back({number, error.what()});
     }
   }
-  return steps;
+  return script;
 }
 
 std::string languageHelp() {

@@ -21,9 +21,18 @@ struct Step {
 /// None for a line without words. Throws UsageError for one that makes no sense.
 std::optional<Step> prepareStep(Phone& phone, int line, const std::string& text);
 
-/// Every step of a script. Throws UsageError with "NAME:LINE: " in front for the first line that
-/// makes no sense.
-std::vector<Step> readScript(Phone& phone, std::istream& input, const std::string& name);
+/// Every step of a script, and what is wrong with each line that makes no sense.
+struct Script {
+  struct Complaint {
+    int line;
+    std::string text;
+  };
+
+  std::vector<Step> steps;
+  std::vector<Complaint> complaints;
+};
+
+Script readScript(Phone& phone, std::istream& input);
 
 /// Every command and expectation, a line each.
 std::string languageHelp();

@@ -24,7 +24,7 @@ Action storing(std::string_view key, std::optional<PropertyList> value) {
 Action set(Phone&, const Words& words) {
   const SettingsKey& key = programs::requireSettingsKey(words[0]);
   return storing(key.name,
-                 programs::parseSettingsValue(key.type, Words(words.begin() + 1, words.end())));
+                 programs::parseSettingsValue(key, Words(words.begin() + 1, words.end())));
 }
 
 Action remove(Phone&, const Words& words) {
@@ -65,6 +65,7 @@ Action protect(Phone&, const Words& words) {
                                        settings_keys::settingsBundles, settings_keys::flipSwitches,
                                        settings_keys::controlCenter};
   const std::size_t kind = choiceOf(words[0], kinds);
+  programs::requireName(words[1]);
   if (kind < std::size(keys)) return adding(keys[kind], words[1]);
   return kind == std::size(keys) ? protectFolder(words[1]) : protectFeature(words[1]);
 }
@@ -73,6 +74,7 @@ Action passcode(Phone&, const Words& words) {
   constexpr const char* choices[] = {"remove", "set"};
   const bool isSet = choiceOf(words[0], choices) == 1;
   if (isSet != (words.size() == 2)) throw UsageError("expected: passcode set DIGITS, or remove");
+  if (isSet) programs::requireTypable(words[1]);
   return changing([isSet, words](SNSettings& settings) {
     isSet ? settings.savePasscode(words[1]) : settings.removePasscode();
   });

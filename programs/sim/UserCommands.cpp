@@ -88,7 +88,8 @@ Action wait(Phone&, const Words& words) {
 
 Action screenshot(Phone&, const Words& words) {
   return [file = words[0]](Phone& phone) {
-    screen::writePng(takePicture(phone), (std::filesystem::path(phone.pictureFolder()) / file));
+    if (const auto& folder = phone.pictureFolder())
+      screen::writePng(takePicture(phone), std::filesystem::path(*folder) / file);
   };
 }
 
@@ -113,7 +114,8 @@ constexpr Command commands[] = {
      [](Phone&, const Words&) -> Action { return [](Phone& phone) { phone.dim(); }; }},
     {"wait", "SECONDS", "lets time pass", 1, 1, wait},
     {"mark", "", "has later expectations count from here", 0, 0, mark},
-    {"screenshot", "FILE", "writes what is on the screen to a PNG file", 1, 1, screenshot},
+    {"screenshot", "FILE", "writes what is on the screen to a PNG file in PICTURES", 1, 1,
+     screenshot},
 };
 
 }  // namespace

@@ -27,8 +27,8 @@ std::string usage() {
          "SCRIPT say, and prints what changes. Every line is checked before the first one runs.\n"
          "An expectation that is not met is printed and the script goes on; what cannot be done\n"
          "ends it. Without SCRIPT it obeys the lines of standard input, one after the other.\n"
-         "Screenshots go to the folder PICTURES, else to the current one. The device root is only\n"
-         "read.\n"
+         "Screenshots go to the folder PICTURES; a script without one takes none, and standard\n"
+         "input has the current folder. The device root is only read.\n"
          "\n" +
          languageHelp();
 }
@@ -71,15 +71,19 @@ class Runner {
 programs::ExitCode runScript(Phone& phone, const std::string& path) {
   std::ifstream input(path);
   if (!input || std::filesystem::is_directory(path)) throw ProgramError(path + ": cannot be read");
-  const auto steps = readScript(phone, input, path);
-  if (!phone.pictureFolder().empty()) std::filesystem::create_directories(phone.pictureFolder());
+  const Script script = readScript(phone, input);
+  for (const auto& [number, complaint] : script.complaints)
+    std::fprintf(stderr, "%s:%d: %s\n", path.c_str(), number, complaint.c_str());
+  if (!script.complaints.empty()) return programs::exitUsage;
+  if (const auto& folder = phone.pictureFolder()) std::filesystem::create_directories(*folder);
   Runner runner(phone, path);
-  for (const Step& step : steps)
+  for (const Step& step : script.steps)
     if (!runner.run(step)) break;
   return runner.result();
 }
 
 programs::ExitCode runInput(Phone& phone) {
+  phone.setPictureFolder(".");
   Runner runner(phone, "input");
   bool hasWrongLine = false;
   int number = 0;
@@ -98,7 +102,7 @@ programs::ExitCode runInput(Phone& phone) {
 
 int run(const CommandLine& line) {
   if (line.arguments.size() > 2) throw UsageError("expected SCRIPT and PICTURES at most");
-  Phone phone(line.root);
+  Phone phone(line.root());
   for (const std::string& complaint : phone.complaints())
     std::fprintf(stderr, "%s: %s\n", program, complaint.c_str());
   if (line.arguments.size() == 2) phone.setPictureFolder(line.arguments[1]);
@@ -110,5 +114,5 @@ int run(const CommandLine& line) {
 
 int main(int argc, char** argv) {
   using namespace sentrel;
-  return programs::runProgram("sentrel-sim", sim::usage(), argc, argv, sim::run);
+  return programs::runProgram({"sentrel-sim", sim::usage(), sim::run}, argc, argv);
 }

@@ -32,7 +32,14 @@ struct Session {
 
   RealProcess& self;
   HomeScreenView view;
+  ExitCode code = exitDone;
 };
+
+/// What a line of input makes no sense for makes the exit code in the end.
+void complain(Session& session, const std::string& what) {
+  session.code = exitUsage;
+  std::fprintf(stderr, "sentrel-springboard: %s\n", what.c_str());
+}
 
 /// On a turn of its own: whoever locked the device may be in the middle of something.
 void tellOfLock(RealProcess& self) {
@@ -68,11 +75,7 @@ void leave(Session& session, const std::string&) {
 
 void sense(Session& session, const std::string& number) {
   const auto event = numberOf<BiometricEvent>(number);
-  if (!event) {
-    std::fprintf(stderr, "sentrel-springboard: not the number of an event: \"%s\"\n",
-                 number.c_str());
-    return;
-  }
+  if (!event) return complain(session, "not the number of an event: \"" + number + "\"");
   session.self.device().sensor().emit(*event);
   std::puts("sensed");
 }
@@ -139,14 +142,14 @@ void obey(Session& session, const std::string& line) {
   const auto* command = table.find(line.substr(0, space));
   if (command && command->takes(hasArgument ? 1 : 0))
     return command->run(session, hasArgument ? line.substr(space + 1) : "");
-  std::fprintf(stderr, "sentrel-springboard: unknown command \"%s\"\n", line.c_str());
+  complain(session, "unknown command \"" + line + "\"");
 }
 
 int run(const CommandLine& line) {
   if (!line.arguments.empty()) throw UsageError("no argument is expected");
   std::setvbuf(stdout, nullptr, _IOLBF, 0);
-  const bus::HomeScreenBus homeBus({line.root, line.bus});
-  RealProcess self("sentrel-springboard", std::string(springBoardBundleIdentifier), line.root,
+  const bus::HomeScreenBus homeBus({line.root(), line.bus});
+  RealProcess self("sentrel-springboard", std::string(springBoardBundleIdentifier), line.root(),
                    homeBus.address());
   stopOnSignals(self.loop());
   // Before the settings are loaded: a change in between is not missed.
@@ -161,9 +164,8 @@ int run(const CommandLine& line) {
                             std::printf("log %s\n", text.c_str());
                           }));
   std::printf("ready %s\n", homeBus.address().c_str());
-  runOnInput(self.loop(), AtEndOfInput::goOn,
-             [&session](const std::string& command) { obey(session, command); });
-  return exitDone;
+  runOnInput(self.loop(), [&session](const std::string& command) { obey(session, command); });
+  return session.code;
 }
 
 }  // namespace
@@ -171,5 +173,5 @@ int run(const CommandLine& line) {
 
 int main(int argc, char** argv) {
   using namespace sentrel::programs;
-  return runProgram("sentrel-springboard", usage(), argc, argv, run);
+  return runProgram({"sentrel-springboard", usage(), run}, argc, argv);
 }

@@ -9,9 +9,9 @@
 
 namespace sentrel {
 
-/// The alert that holds a prompt. A tap on its switch button runs the button's action and renames
-/// the button, but the alert stays; every other action closes it. When it goes, the overlay window
-/// closes.
+/// The alert that holds a prompt. It outlives a tap on its switch button, which does what the
+/// button is for and gives it its next title; every other action closes it. When it goes, the
+/// overlay window closes.
 class SENTREL_API SNAlertController : public UIAlertController {
  public:
   using UIAlertController::UIAlertController;

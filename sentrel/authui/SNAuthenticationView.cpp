@@ -5,6 +5,7 @@
 
 #include "sentrel/bridge/Bridge.h"
 #include "sentrel/effects/Constraints.h"
+#include "sentrel/settings/PasscodeCipher.h"
 #include "sentrel/settings/SNSettings.h"
 #include "sentrel/uikit/TextSize.h"
 #include "sentrel/uikit/UIScreen.h"
@@ -17,7 +18,6 @@ constexpr double passcodeHeight = 46;
 constexpr double gap = 10;
 constexpr double bottomGap = 5;
 constexpr std::int64_t glyphStyle = 2;
-constexpr std::int64_t digitsCount = 6;
 constexpr double alertViewWidth = 270;
 
 }  // namespace
@@ -98,7 +98,7 @@ void SNAuthenticationView::setupGlyphViewTheme() {
 void SNAuthenticationView::addPasscodeView() {
   using enum NSLayoutAttribute;
   passcodeView_ = SNSimplePasscodeView::initWithFrame({});
-  passcodeView_->setDigitsCount(digitsCount);
+  passcodeView_->setDigitsCount(passcodeLength);
   passcodeView_->setDelegate(std::static_pointer_cast<SNAuthenticationView>(shared_from_this()));
   passcodeView_->setupDigitFields();
   addSubview(passcodeView_);

@@ -4,8 +4,8 @@
 
 namespace sentrel {
 
-// The one button of a prompt that changes between glyph and passcode. It always names the mode that
-// a tap would bring, and is told by its title alone, in the host application's language.
+// The one button of a prompt that changes between glyph and passcode. Its title names the
+// mode that is not on, and is all that it is told by, in the host application's language.
 
 bool isSwitchButtonTitle(const std::string& title);
 

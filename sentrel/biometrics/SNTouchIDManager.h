@@ -13,10 +13,10 @@ namespace sentrel {
 
 class Bridge;
 
-/// Borrows the system's biometric sensor for the time a prompt is on screen, and gives it back with
-/// the delegate and the observers that it had.
+/// Has the sensor work for a prompt while one shows. What it takes from the system, the delegate
+/// and the observers above all, it puts back afterwards.
 ///
-/// Starts and stops may come in any number from many places. Main thread only, but for
+/// One start more, or one stop, does no harm, whoever calls it. Main thread only, but for
 /// sharedManager.
 class SENTREL_API SNTouchIDManager final : public BiometricObserver,
                                            public std::enable_shared_from_this<SNTouchIDManager> {

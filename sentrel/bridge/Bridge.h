@@ -78,7 +78,7 @@ class SENTREL_API Bridge {
 
   // --- Values that the hooking side sets and the library reads -------------------------------
 
-  /// Whether a request comes from the control centre.
+  /// Whether it is from the control centre that something was asked for.
   void setRequestingFromCC(bool value);
   bool __isRequestingFromCC();
 

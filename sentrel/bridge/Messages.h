@@ -11,12 +11,12 @@ namespace sentrel {
 /// The channel that every request to the home-screen process goes through.
 inline constexpr std::string_view messageChannelName = "com.quorvin.sentrel";
 
-/// The one entry of a request and of a reply.
+/// What is said either way stands under this key alone.
 inline constexpr std::string_view messageDataKey = "SentrelServiceMessageData";
 
 /// Every request that a process may send to the home-screen process: the name it travels under,
-/// the type of its argument, the type of its reply, and the label under which the sender logs the
-/// reply (empty: not logged). A label with two places takes the argument first.
+/// the types of what goes and what comes back, and how the sender's log calls the latter (empty: it
+/// is not logged). A label with two places takes the argument first.
 namespace messages {
 
 /// The argument of a request that has none, and the reply of one whose reply nobody reads.

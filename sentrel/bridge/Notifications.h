@@ -22,7 +22,7 @@ inline constexpr std::string_view stopBioMetricAssertion =
 inline constexpr std::string_view resetBioMetricAssertion =
     "com.quorvin.sentrelResetBioMetricAssertionNotification";
 
-/// The finger left the sensor; also posted on the process's local centre.
+/// A finger was lifted. The local centre of the process that noticed has it too.
 inline constexpr std::string_view touchIDFingerUp =
     "com.quorvin.sentrelTouchIDFingerUpNotification";
 

@@ -34,11 +34,11 @@ struct PromptSurfaces {
 
 /// The lock controller of one process: every protected action goes through it. It decides whether
 /// to prompt, runs the prompt, delivers the outcome once and keeps the unlock sessions. The
-/// home-screen process holds the truth about sessions; every other process forwards both the
-/// recording and the question to it.
+/// sessions are the home-screen process's: from every other process it is told of them and asked
+/// about them.
 ///
-/// There is one prompt at a time: a later request takes over from an earlier one, whose completion
-/// is then never called.
+/// A request that comes while another is in progress takes its place: of two prompts the earlier
+/// goes, and its completion is then never called.
 ///
 /// Main thread only, but for sharedInstance.
 class SENTREL_API SentrelController final : public UnlockSessions,
@@ -194,7 +194,7 @@ class SENTREL_API SentrelController final : public UnlockSessions,
   /// The time of the last success of each key, since the process started.
   const SessionTimes& unlockSessionCache() const noexcept { return sessions_.times(); }
 
-  /// The keys authenticated since the device was last locked.
+  /// What was authenticated behind the last lock of the device.
   const SessionKeys& rememberTillDeviceLockCache() const noexcept { return sessions_.untilLock(); }
 
   /// The time of the last success of any key.

@@ -12,9 +12,9 @@
 
 namespace sentrel {
 
-// The cover that hides what a view shows: a blur, optionally with a message, an icon with its
-// caption, buttons and a footer. It marks itself by tags, so nobody keeps a reference to it. Main
-// thread only.
+// Hides what a view shows. The cover blurs it and has room for whatever its user is to see there:
+// an icon over a caption, a message, buttons, a footer. It marks itself by tags, so nobody keeps a
+// reference to it. Main thread only.
 
 inline constexpr std::int64_t overlayBlurTag = 541231;
 inline constexpr std::int64_t overlayMessageTag = 541232;

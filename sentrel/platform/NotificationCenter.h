@@ -22,8 +22,8 @@ using Observation = std::shared_ptr<void>;
 /// One of the three kinds of centre: Darwin (all processes, no payload), distributed (all
 /// processes, with payload) and local (this process alone).
 ///
-/// A notification is delivered on the main queue of every process that observes its name, the
-/// poster included, in posting order, and is not coalesced. One that nobody observes is lost.
+/// Whoever observes the name hears of it on his process's main queue, the poster too, as often as
+/// it was posted and in that order. One that nobody observes is lost.
 class SENTREL_API NotificationCenter {
  public:
   using Observer = std::function<void(const Notification&)>;

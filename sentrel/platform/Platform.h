@@ -40,8 +40,8 @@ namespace sentrel {
 /// Everything that one process asks of its device. Whoever makes a Process fills it in.
 ///
 /// The members of the first group are always present once a Process has been made of it, which
-/// fills in those that can do nothing and refuses to do without the others. A member of the second
-/// stands for a class that a running system may lack, and is null where it does.
+/// fills in those that can do nothing and refuses to do without the others. One of the second
+/// stands for a class that not every system has, and is null on those.
 struct Platform {
   std::shared_ptr<MainBundle> mainBundle;
   std::shared_ptr<Clock> clock;

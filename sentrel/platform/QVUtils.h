@@ -14,7 +14,7 @@ class SENTREL_API QVUtils {
   /// Whether the home screen hides the application.
   virtual bool isHiddenApp(const std::string& bundleIdentifier) const = 0;
 
-  /// Whether a legacy alert view can be shown in this process.
+  /// Whether this process can show alerts of the older kind.
   virtual bool canUseAlertView() const = 0;
 
   /// The device model, "iPhone10,3" say.

@@ -63,10 +63,6 @@ std::optional<std::string> SNSettings::decryptString(std::string_view stored) co
   return plain ? std::optional<std::string>(textOf(plain->bytes())) : std::nullopt;
 }
 
-bool SNSettings::canDecryptString(std::string_view stored) const {
-  return decipher(*platform_.cryptography, stored).has_value();
-}
-
 bool SNSettings::savePasscode(std::optional<std::string_view> plain) {
   if (!plain || !isUtf8(*plain)) return false;
   return updateSettingsData(settings_keys::passcode, encryptString(*plain),

@@ -8,8 +8,8 @@ namespace sentrel {
 
 class Bridge;
 
-/// Which Wi-Fi networks are known and which one is joined, in any process: a process that cannot
-/// see the Wi-Fi state asks the home-screen process.
+/// The Wi-Fi networks, those that the device remembers and the one it is on. A process without a
+/// view of them asks the home screen.
 class SENTREL_API SNWiFiManager {
  public:
   /// `bridge` outlives the manager.

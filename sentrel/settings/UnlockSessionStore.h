@@ -38,7 +38,7 @@ class SENTREL_API UnlockSessionStore final : public UnlockSessions {
   /// The time of the last success of each key, since the process started.
   const Times& times() const noexcept { return times_; }
 
-  /// The keys authenticated since the device was last locked.
+  /// What was authenticated behind the last lock of the device.
   const Keys& untilLock() const noexcept { return untilLock_; }
 
   /// The time of the last success of any key.

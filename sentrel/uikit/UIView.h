@@ -147,8 +147,8 @@ class SENTREL_API UIView : public UIResponder, public AssociatedObjects {
   using AnimationCompletion = std::function<void(bool finished)>;
 
   /// Runs `animations` at once and records what it changes of any view's frame, alpha, transform
-  /// and background colour, each under the property's name as its key. `completion` runs on the
-  /// main queue when the time is over; finished is NO when an animation was taken away before.
+  /// and background colour, each under the property's name as its key. `completion` comes on
+  /// the main queue once the time is over; finished is NO when an animation was taken away before.
   static void animateWithDuration(Seconds duration, const Animations& animations,
                                   AnimationCompletion completion = {});
   static void animateWithDuration(Seconds duration, Seconds delay, double usingSpringWithDamping,

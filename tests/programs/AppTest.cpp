@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "device/bus/DeviceBus.h"
+#include "device/bus/PrivateBus.h"
 #include "programs/common/RealProcess.h"
 #include "sentrel/controller/SentrelController.h"
 #include "tests/programs/ProgramRun.h"
@@ -82,9 +83,12 @@ TEST_F(App, ObeysEveryWholeLineToTheEndOfTheInput) {
     std::string input;
     std::string output;
     std::string complaints;
+    int code = 0;
   } cases[] = {
       {"nothing", "", "", ""},
       {"no newline at the end", "ask", "YES\n", ""},
+      {"carriage returns", "ask\r\n\r\nlisted \r", "YES\nYES\n", ""},
+      {"nonsense", "dance\nask", "?\nYES\n", "sentrel-app: unknown command dance\n", 2},
       {"as long as a line may be", indented(65536, "ask") + "\n", "YES\n", ""},
       {"one byte too long", indented(65537, "ask") + "\nask " + maps, "NO\n", ignored},
       {"two of them", indented(70'000, "ask") + "\n" + indented(70'000, "ask") + "\nask " + maps,
@@ -93,7 +97,7 @@ TEST_F(App, ObeysEveryWholeLineToTheEndOfTheInput) {
   for (const auto& c : cases) {
     SCOPED_TRACE(c.what);
     const ProgramResult result = run("sentrel-app", {notes}, c.input);
-    EXPECT_EQ(result.code, 0);
+    EXPECT_EQ(result.code, c.code);
     EXPECT_EQ(result.output, c.output);
     // Behind the line that says that there is no home screen.
     EXPECT_EQ(result.errors.substr(result.errors.find('\n') + 1), c.complaints);
@@ -135,15 +139,17 @@ class AppOnThePhone : public App {
         "<plist><dict><key>ProductVersion</key><string>" + version + "</string></dict></plist>");
   }
 
-  void startHome() {
+  /// On the bus that is named, else on its own.
+  void startHome(const std::string& address = {}) {
     home.reset();
-    home.emplace("sentrel-springboard", std::vector<std::string>{"--root", root.path()});
+    home.emplace("sentrel-springboard",
+                 std::vector<std::string>{"--root", root.path(), "--bus", address});
     ASSERT_TRUE(home->hear().starts_with("ready "));
   }
 
   /// As another application sees it.
-  void waitForPrompt() {
-    const std::string address = bus::findBus({root.path(), ""}).value_or("");
+  void waitForPrompt(const std::string& bus = {}) {
+    const std::string address = bus::findBus({root.path(), bus}).value_or("");
     const bus::ChildProcess asker([&](const bus::ChildProcess::Ready& ready) {
       const programs::RealProcess self("test", "com.example.another", root.path(), address);
       const auto end = std::chrono::steady_clock::now() + bus::patience;
@@ -209,6 +215,7 @@ TEST_F(AppOnThePhone, IsToldEverythingByTheHomeScreenAndNothingWithoutOne) {
 
 /// The ways in which the home screen's prompt for Photos, of the older systems, ends.
 TEST_F(AppOnThePhone, WaitsForPhotosOnlyAsLongAsSomebodyAsks) {
+  const bus::PrivateBus given;
   const struct {
     const char* what;
     void (*end)(RunningProgram& springBoard);
@@ -221,17 +228,35 @@ TEST_F(AppOnThePhone, WaitsForPhotosOnlyAsLongAsSomebodyAsks) {
   installSystem("10.3.1");
   EXPECT_EQ(answer({photos, "photos"}), "NO\n1");
   for (const auto& c : cases) {
-    SCOPED_TRACE(c.what);
-    startHome();
-    RunningProgram app("sentrel-app", {"--root", root.path(), photos, "photos"});
-    ASSERT_NO_FATAL_FAILURE(waitForPrompt());
-    c.end(*home);
-    EXPECT_EQ(app.hear(), c.answer);
-    EXPECT_EQ(app.exitCode(), c.code);
-    EXPECT_EQ(answer({photos, "session", "Fotos-Schutz"}), c.session);
+    for (const std::string& bus : {std::string(), given.address()}) {
+      SCOPED_TRACE(c.what + (" on " + bus));
+      startHome(bus);
+      RunningProgram app("sentrel-app", {"--root", root.path(), "--bus", bus, photos, "photos"});
+      ASSERT_NO_FATAL_FAILURE(waitForPrompt(bus));
+      c.end(*home);
+      EXPECT_EQ(app.hear(), c.answer);
+      EXPECT_EQ(app.exitCode(), c.code);
+      EXPECT_EQ(answer({"--bus", bus, photos, "session", "Fotos-Schutz"}), c.session);
+    }
   }
   installSystem("11.0");
   EXPECT_EQ(answer({photos, "photos"}), "2");
+}
+
+TEST_F(AppOnThePhone, AnswersEveryLineThatWaitsBeforeItEnds) {
+  const bus::PrivateBus given;
+  installSystem("10.3.1");
+  for (const std::string& bus : {std::string(), given.address()}) {
+    startHome(bus);
+    RunningProgram app("sentrel-app", {"--root", root.path(), "--bus", bus, photos});
+    app.say("photos");
+    EXPECT_EQ(app.ask("photos"), "NO") << "a later one took its place";
+    EXPECT_EQ(app.ask("system"), "YES");
+    app.endInput();
+    kill(home->process(), SIGTERM);
+    EXPECT_EQ(app.hear(), "NO");
+    EXPECT_EQ(app.exitCode(), 0);
+  }
 }
 
 TEST_F(AppOnThePhone, KnowsWhetherAFingerIsOnItsSensor) {

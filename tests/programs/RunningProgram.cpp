@@ -41,7 +41,7 @@ RunningProgram::RunningProgram(const std::string& name, const std::vector<std::s
 }
 
 RunningProgram::~RunningProgram() {
-  close(input_);
+  endInput();
   close(output_);
   if (process_ <= 0) return;
   kill(process_, SIGKILL);
@@ -51,6 +51,10 @@ RunningProgram::~RunningProgram() {
 void RunningProgram::say(const std::string& line) {
   const std::string text = line + "\n";
   if (write(input_, text.data(), text.size()) < 0) throw std::runtime_error("it does not listen");
+}
+
+void RunningProgram::endInput() {
+  close(std::exchange(input_, -1));
 }
 
 std::string RunningProgram::hear() {

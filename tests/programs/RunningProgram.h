@@ -17,6 +17,7 @@ class RunningProgram {
   RunningProgram& operator=(const RunningProgram&) = delete;
 
   void say(const std::string& line);
+  void endInput();
 
   /// The next line that it says; "(nothing)" when it ends or stays silent for long instead.
   std::string hear();

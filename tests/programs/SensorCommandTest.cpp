@@ -22,8 +22,8 @@ TEST_F(SensorCommand, IsHeardByEveryProcess) {
   home.say("sensor x\nsensor 3x\nsensor \nsensor\nsensor 3\nsensor -12");
   EXPECT_TRUE(runUntil(*loop_, [&events] { return events.size() == 2; }));
   EXPECT_EQ(events, (std::vector<std::int64_t>{3, -12}));
-  home.say("quit");
-  EXPECT_EQ(home.exitCode(), 0);
+  home.say("quit\r");
+  EXPECT_EQ(home.exitCode(), 2) << "for the lines that made no sense";
 }
 
 }  // namespace

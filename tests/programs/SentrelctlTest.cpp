@@ -20,6 +20,7 @@
 #include "sentrel/settings/SettingsKeys.h"
 #include "tests/programs/ProgramRun.h"
 #include "tests/programs/RunningProgram.h"
+#include "tests/storage/BinaryListBuilder.h"
 #include "tests/support/BusTesting.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -91,8 +92,25 @@ TEST_F(Sentrelctl, StoresEachKindOfValueWithItsType) {
                                         {"SentrelBlurEffectsText", "Ours"},
                                         {"SentrelApplications", PropertyList::Array{"b", "c"}}}));
   EXPECT_EQ(run({"get", "SentrelRememberTime"}).output, "2.5\n");
-  EXPECT_EQ(run({"get", "SentrelApplications"}).output, "b, c\n");
   EXPECT_EQ(run({"toggle", "SentrelEnabled"}).output, "NO\n");
+  EXPECT_EQ(run({"networks", "trust", "\"a\x1B"}).code, 0);
+  const std::pair<Call, std::string> prints[] = {
+      {{"get", "SentrelApplications"}, "b\nc\n"},
+      {{"--json", "get", "SentrelApplications"}, "[\"b\", \"c\"]\n"},
+      {{"get", "SentrelEnabled"}, "NO\n"},
+      {{"get", "--json", "SentrelEnabled"}, "false\n"},
+      {{"networks", "trusted"}, "\"a \n"},
+      {{"networks", "trusted", "--json"}, "[\"\\\"a\\u001b\"]\n"},
+      {{"show"},
+       "SentrelApplications =\n  b\n  c\nSentrelBlurEffectType = 2\n"
+       "SentrelBlurEffectsText = Ours\nSentrelEnabled = NO\nSentrelRememberTime = 2.5\n"
+       "SentrelTrustedNetworks =\n  \"a \n"},
+      {{"show", "--json"},
+       "{\"SentrelApplications\": [\"b\", \"c\"], \"SentrelBlurEffectType\": 2, "
+       "\"SentrelBlurEffectsText\": \"Ours\", \"SentrelEnabled\": false, "
+       "\"SentrelRememberTime\": 2.5, \"SentrelTrustedNetworks\": [\"\\\"a\\u001b\"]}\n"}};
+  for (const auto& [call, output] : prints)
+    EXPECT_EQ(run(call).output, output) << ::testing::PrintToString(call);
   EXPECT_EQ(run({"remove", "SentrelBlurEffectsText"}).code, 0);
   EXPECT_EQ(stored().count("SentrelBlurEffectsText"), 0U);
   EXPECT_EQ(run({"check"}).code, 0);
@@ -106,12 +124,22 @@ TEST_F(Sentrelctl, EndsWithTheCodeThatSaysHowItWent) {
   } calls[] = {
       {{"create"}, 3},
       {{"get", "SentrelEnabled"}, 1},
+      {{"get", "SentrelUnknown"}, 2},
+      {{"remove", "SentrelUnknown"}, 2},
       {{"remove", "SentrelEnabled"}, 1},
       {{"drop", "SentrelNCApps", "a"}, 1},
       {{"toggle", "SentrelEnabled"}, 3},
       {{"set", "SentrelEnabled", "maybe"}, 2},
       {{"set", "SentrelEnabled"}, 2},
       {{"set", "SentrelRememberTime", "5x"}, 2},
+      {{"set", "SentrelRememberTime", "-1"}, 2},
+      {{"set", "SentrelRememberTime", "inf"}, 2},
+      {{"set", "SentrelPasscode", "246810"}, 2},
+      {{"set", "SentrelNCApps", "a", ""}, 2},
+      {{"add", "SentrelNCApps", ""}, 2},
+      {{"networks", "trust", ""}, 2},
+      {{"set", "SentrelEnabled", "YES", "--json"}, 2},
+      {{"show", "--frob"}, 2},
       {{"set", "SentrelBlurEffectType", "1.5"}, 2},
       {{"set", "SentrelUnknown", "1"}, 2},
       {{"set", "SentrelFolders", "a"}, 2},
@@ -178,9 +206,11 @@ TEST_F(Sentrelctl, TellsAFileThatCannotBeWrittenFromAValueThatCannotBeToggled) {
   const auto handler = signal(SIGXFSZ, SIG_IGN);
   setrlimit(RLIMIT_FSIZE, &limit);
   const ProgramResult full = run({"toggle", "SentrelEnabled"});
+  const ProgramResult help = run({"--help"});
   setrlimit(RLIMIT_FSIZE, &before);
   signal(SIGXFSZ, handler);
   EXPECT_EQ(full.code, 3);
+  EXPECT_EQ(help.code, 3) << "it is longer than what may be written";
   EXPECT_EQ(full.output, "");
   EXPECT_NE(full.errors.find("could not be written"), std::string::npos) << full.errors;
   EXPECT_EQ(run({"get", "SentrelEnabled"}).output, "NO\n");
@@ -192,7 +222,9 @@ TEST_F(Sentrelctl, CheckNamesEveryFault) {
   writeRaw(R"(<plist><dict>
     <key>SentrelEnabled</key><string>YES</string>
     <key>SentrelRemember</key><integer>2</integer>
-    <key>SentrelRememberTime</key><array/>
+    <key>SentrelRememberTime</key><real>-1</real>
+    <key>SentrelBlurEffectType</key><array/>
+    <key>SentrelTrustedNetworks</key><array><string></string></array>
     <key>SentrelApplications</key><array><string>a</string><string>a</string><integer>1</integer></array>
     <key>SentrelNCApps</key><string>a</string>
     <key>SentrelFolders</key><array><dict/></array>
@@ -203,33 +235,69 @@ TEST_F(Sentrelctl, CheckNamesEveryFault) {
   const ProgramResult result = run({"check"});
   EXPECT_EQ(result.code, 1);
   for (const char* fault :
-       {"SentrelEnabled: holds YES", "SentrelRemember: holds 2", "SentrelRememberTime: holds",
+       {"SentrelEnabled: holds YES", "SentrelRemember: holds 2", "SentrelRememberTime: holds -1",
+        "SentrelBlurEffectType: holds", "SentrelTrustedNetworks: holds an empty name",
         "SentrelApplications: holds \"a\" more than once", "SentrelApplications: holds 1",
         "SentrelNCApps: holds a", "SentrelFolders: record 1",
         "SentrelUsePasscodeOnly: has no effect", "SentrelEnabld: is no setting"})
     EXPECT_NE(result.output.find(fault), std::string::npos) << fault << "\n" << result.output;
 }
 
+/// Its texts are shared, and take up more than a file may once each stands for itself.
+TEST_F(Sentrelctl, CheckTellsOfAFileThatCannotBeWrittenAgain) {
+  storage::BinaryListBuilder list;
+  const auto text = list.add("\x5F\x10\x64" + std::string(100, 'x'));
+  const auto key = list.add(
+      "\x5D"
+      "SentrelNCApps");
+  const auto texts = list.addArray(std::vector<std::uint32_t>(78'000, text));
+  writeRaw(list.finish(list.addDictionary({key, texts})));
+  EXPECT_NE(run({"check"}).output.find("no setting can be changed"), std::string::npos);
+  EXPECT_EQ(run({"set", "SentrelEnabled", "YES"}).code, 3);
+}
+
+TEST_F(Sentrelctl, KeepsWhatItDoesNotKnow) {
+  writeRaw(
+      "\xEF\xBB\xBF<plist><dict><key>Beyond</key><integer>18446744073709551615</integer>"
+      "<key>Identifier</key><dict><key>CF$UID</key><integer>7</integer></dict></dict></plist>");
+  const PropertyList::Dictionary before = stored();
+  ASSERT_EQ(before.size(), 2U);
+  for (const char* network : {"\x1B", "plain"}) {
+    EXPECT_EQ(run({"networks", "trust", network}).code, 0);
+    PropertyList::Dictionary after = stored();
+    after.erase("SentrelTrustedNetworks");
+    EXPECT_EQ(PropertyList(after), PropertyList(before));
+  }
+  EXPECT_EQ(run({"get", "Beyond"}).output, "18446744073709551615\n");
+  EXPECT_EQ(run({"remove", "Beyond"}).code, 0);
+}
+
 TEST_F(Sentrelctl, PasscodeComesFromStandardInputAndIsStoredEnciphered) {
   create();
-  EXPECT_EQ(run({"passcode", "check"}, "2468\n").code, 1);
-  EXPECT_EQ(run({"passcode", "set"}, "2468\r\n").code, 0);
+  EXPECT_EQ(run({"passcode", "check"}, "246810\n").code, 1);
+  EXPECT_EQ(run({"passcode", "set"}, "246810\r\n").code, 0);
   EXPECT_EQ(run({"get", "SentrelPasscode"}).output.size(), 25U);
   EXPECT_EQ(run({"check"}).code, 0);
   const std::string endless = std::string(10'000, '2') + "\n";
-  for (const auto& [wrong, code] :
-       {std::pair<std::string, int>("", 2), {endless, 2}, {"24\xff\n", 3}}) {
+  for (const std::string& wrong :
+       {std::string(), endless, std::string("2468\n"), std::string("2468101\n"),
+        std::string("24681a\n"), std::string("24681 \n"), std::string("24681\xff\n")}) {
     const ProgramResult result = run({"passcode", "set"}, wrong);
-    EXPECT_EQ(result.code, code) << result.errors;
+    EXPECT_EQ(result.code, 2) << wrong;
+    EXPECT_NE(result.errors.find("exactly 6 digits"), std::string::npos) << result.errors;
     EXPECT_TRUE(isOneLine(result.errors)) << result.errors;
   }
-  EXPECT_EQ(run({"passcode", "check"}, "2468\n").output, "YES\n") << "it is as it was";
-  EXPECT_EQ(run({"passcode", "check"}, "24680\n").output, "NO\n");
+  EXPECT_EQ(run({"passcode", "check"}, "246810\n").output, "YES\n") << "it is as it was";
+  EXPECT_EQ(run({"passcode", "check"}, "2468100\n").output, "NO\n");
   EXPECT_EQ(run({"passcode", "check"}, endless).output, "NO\n");
   EXPECT_EQ(run({"passcode", "remove"}).code, 0);
   EXPECT_EQ(run({"get", "SentrelPasscode"}).code, 1);
-  EXPECT_EQ(run({"set", "SentrelPasscode", "garbage"}).code, 0);
-  EXPECT_EQ(run({"check"}).code, 1) << "nobody can type it";
+  // What cannot be deciphered, and what deciphers to two digits.
+  for (const char* unusable : {"garbage", "wWi8cPzEYyMJ6bO6f9GJhQ=="}) {
+    writeRaw("<plist><dict><key>SentrelPasscode</key><string>" + std::string(unusable) +
+             "</string></dict></plist>");
+    EXPECT_EQ(run({"check"}).code, 1) << unusable;
+  }
 }
 
 TEST_F(Sentrelctl, PasscodeThatCannotBeEncipheredIsNotSaidToBeStored) {
@@ -240,7 +308,7 @@ TEST_F(Sentrelctl, PasscodeThatCannotBeEncipheredIsNotSaidToBeStored) {
            "openssl_conf = start\n[start]\nproviders = list\n"
            "[list]\nnull = none\n[none]\nactivate = 1\n");
   const bus::Environment environment("OPENSSL_CONF", configuration);
-  const ProgramResult result = run({"passcode", "set"}, "1357\n");
+  const ProgramResult result = run({"passcode", "set"}, "135790\n");
   EXPECT_EQ(result.code, 3);
   EXPECT_NE(result.errors.find("none is stored"), std::string::npos) << result.errors;
   EXPECT_EQ(run({"get", "SentrelPasscode"}).code, 1);
@@ -314,11 +382,11 @@ TEST_F(Sentrelctl, TerminalHasANewPasscodeTypedTwice) {
   for (const bool isSame : {false, true}) {
     OnATerminal terminal({"--root", root.path(), "passcode", "set"});
     EXPECT_EQ(terminal.readTo("passcode: "), "passcode: ");
-    terminal.type("2468\n");
+    terminal.type("246810\n");
     EXPECT_EQ(terminal.readTo("again: "), "\r\nagain: ");
-    terminal.type(isSame ? "2468\n" : "2469\n");
+    terminal.type(isSame ? "246810\n" : "246811\n");
     EXPECT_EQ(WEXITSTATUS(terminal.wait()), isSame ? 0 : 3);
-    EXPECT_EQ(run({"passcode", "check"}, "2468\n").code, isSame ? 0 : 1);
+    EXPECT_EQ(run({"passcode", "check"}, "246810\n").code, isSame ? 0 : 1);
   }
 }
 
@@ -327,10 +395,10 @@ TEST_F(Sentrelctl, SaysWhatASetKeepsOutOrIn) {
   const std::string own = "com.quorvin.sentrel.flipswitch";
   EXPECT_EQ(run({"add", "SentrelFlipSwitches", own}).errors,
             "sentrelctl: " + own + " is never protected and was left out\n");
-  EXPECT_EQ(run({"get", "SentrelFlipSwitches"}).output, "\n");
+  EXPECT_EQ(run({"get", "SentrelFlipSwitches"}).output, "");
   EXPECT_EQ(run({"drop", "SentrelSettingsBundles", "Sentrel"}).errors,
             "sentrelctl: Sentrel is always protected and was put in\n");
-  EXPECT_EQ(run({"get", "SentrelSettingsBundles"}).output, "WLAN, Sentrel\n");
+  EXPECT_EQ(run({"get", "SentrelSettingsBundles"}).output, "WLAN\nSentrel\n");
 }
 
 TEST_F(Sentrelctl, ExplainsEachStepInItsOrder) {
@@ -395,10 +463,26 @@ TEST_F(Sentrelctl, NetworksAndFoldersAreListedAndChanged) {
 
 TEST_F(Sentrelctl, NeedsADeviceRoot) {
   unsetenv("SENTREL_ROOT");
-  EXPECT_EQ(runProgram("sentrelctl", {"show"}).code, 2);
-  EXPECT_EQ(runProgram("sentrelctl", {"--root"}).code, 2);
-  EXPECT_EQ(runProgram("sentrelctl", {"--help"}).code, 0);
-  EXPECT_EQ(run({"explain", "--help"}).code, 0);
+  create();
+  const std::pair<Call, int> calls[] = {{{"show"}, 2},
+                                        {{"--root"}, 2},
+                                        {{"show", "--root", root.path()}, 0},
+                                        {{"show", "--root=" + root.path()}, 0},
+                                        {{"check"}, 2},
+                                        {{"check", settingsFile()}, 0},
+                                        {{"--version"}, 0},
+                                        {{"explain", "-h"}, 0},
+                                        {{"--", "-h"}, 2}};
+  for (const auto& [call, code] : calls)
+    EXPECT_EQ(runProgram("sentrelctl", call).code, code) << ::testing::PrintToString(call);
+}
+
+TEST_F(Sentrelctl, HelpListsWhatThereIsToName) {
+  const std::string help = run({"--help"}).output;
+  for (const SettingsKey& key : allSettingsKeys())
+    EXPECT_NE(help.find("\n  " + std::string(key.name) + " "), std::string::npos) << key.name;
+  for (const char* name : {"\n  folder-of ", "\n  control ", " caller-id-attention"})
+    EXPECT_NE(help.find(name), std::string::npos) << name;
 }
 
 /// The same beside the home-screen process of the example phone, where chess lies in a folder.

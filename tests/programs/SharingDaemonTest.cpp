@@ -30,8 +30,8 @@ constexpr const char* nothing = "watch {}";
 
 TEST_F(SharingDaemon, AnswersForTheWatchAsItIs) {
   startDaemon();
-  const char* const commands[] = {"wrist 3",       "lock 0",     "nearby yes",  "active yes",
-                                  "connected yes", "rssi 1 -45", "name A watch"};
+  const char* const commands[] = {"wrist 3",       "lock 0",     "nearby yes",    "active yes",
+                                  "connected yes", "rssi 1 -45", "name A watch\r"};
   for (const char* command : commands)
     EXPECT_EQ(daemon->ask(command), "OK") << command;
   EXPECT_EQ(home.ask("watch"),
@@ -79,7 +79,7 @@ TEST_F(SharingDaemon, RefusesCommandsThatMakeNoSense) {
     EXPECT_EQ(daemon->ask(command), "?") << command;
   EXPECT_EQ(daemon->ask("show"), before);
   daemon->say("quit");
-  EXPECT_EQ(daemon->exitCode(), 0);
+  EXPECT_EQ(daemon->exitCode(), 2);
 }
 
 TEST_F(SharingDaemon, NeedsABusAndItsNameToItself) {

@@ -15,8 +15,10 @@
 namespace sentrel {
 namespace {
 
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
+using testing::StartsWith;
 
 const std::filesystem::path source = SENTREL_SOURCE;
 
@@ -88,7 +90,11 @@ TEST_F(ScriptLanguage, AWrongLineIsNamedBeforeAnythingRuns) {
       {"watch dance", "unknown command \"dance\""},
       {"set SentrelEnabled maybe", "\"maybe\" is neither YES nor NO"},
       {"protect dream x", "\"dream\" is none of: app"},
+      {"set SentrelRememberTime -1", "\"-1\" is not a number of minutes"},
+      {"set SentrelPasscode 246810", "use passcode set"},
+      {"protect app \"\"", "an empty name"},
       {"passcode set", "expected: passcode set DIGITS, or remove"},
+      {"passcode set 2468", "a passcode is exactly 6 digits"},
       {"tap \"Cancel", "the quotes do not end"},
       {"expect", "expected: expect [no] WHAT..."},
       {"expect luck", "nobody can expect \"luck\""},
@@ -99,10 +105,11 @@ TEST_F(ScriptLanguage, AWrongLineIsNamedBeforeAnythingRuns) {
       {"expect posted X many", "\"many\" is no count"},
   };
   for (const auto& [line, complaint] : cases) {
-    const ProgramResult result = run("# a day\nlock\n" + std::string(line) + "\n");
+    const ProgramResult result = run("# a day\r\nlock\r\n" + std::string(line) + "\r\nrun\r\n");
     EXPECT_EQ(result.code, 2) << line;
-    EXPECT_THAT(result.errors, HasSubstr(file + ":3: ")) << line;
+    EXPECT_THAT(result.errors, StartsWith(file + ":3: ")) << line;
     EXPECT_THAT(result.errors, HasSubstr(complaint)) << line;
+    EXPECT_THAT(result.errors, EndsWith("\n" + file + ":4: unknown command \"run\"\n")) << line;
     EXPECT_EQ(result.output, "") << line;
   }
 }
@@ -202,6 +209,8 @@ TEST_F(ScriptLanguage, AScreenshotIsAPicture) {
   const std::string pictures = folder.path("new/pictures");
   EXPECT_EQ(runSim({file, pictures}).code, 0);
   EXPECT_EQ(contentOf(pictures + "/home.png").substr(1, 3), "PNG");
+  EXPECT_EQ(runSim({file}).code, 0);
+  EXPECT_FALSE(std::filesystem::exists("home.png")) << "left behind where nobody named a folder";
 }
 
 TEST_F(ScriptLanguage, IsDocumentedAsItIs) {
