@@ -123,7 +123,7 @@ const std::shared_ptr<SNAuthenticationViewController>& Process::authenticationVi
 
 const std::shared_ptr<SNPasscodeViewController>& Process::passcodeViewController() {
   return passcodeViewController_.share(
-      [this] { return SNPasscodeViewController::makeShared(bridge()); });
+      *this, [this] { return SNPasscodeViewController::makeShared(bridge()); });
 }
 
 const std::shared_ptr<SNWindow>& Process::overlayWindow() {

@@ -7,7 +7,8 @@ namespace {
 constexpr const char* usage =
     "usage: sentrel-gallery [options] OUT-FOLDER\n"
     "\n"
-    "Paints every screen of the prompt, the overlay, the caller cover and the passcode screen into\n"
+    "Paints every screen of the prompt, the overlay, the caller cover and the passcode screen "
+    "into\n"
     "PNG files.\n";
 
 void paintEverything(sentrel::gallery::Gallery& gallery) {
