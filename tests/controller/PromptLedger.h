@@ -21,7 +21,7 @@ class PromptLedger {
  public:
   enum class Proof { passcode, match };
 
-  /// Answers the request's number. It begins on the next turn.
+  /// Answers the request's number. It begins on a later turn.
   std::size_t ask(bool takesPasscodeAlone) {
     requests_.push_back({.takesPasscodeAlone = takesPasscodeAlone});
     return requests_.size() - 1;
@@ -29,35 +29,35 @@ class PromptLedger {
 
   /// Answers the action's number.
   std::size_t defer() {
-    const bool isKept = isInProgress(current());
-    actions_.push_back({.isOpen = true, .keeper = isKept ? current() : none});
+    actions_.push_back({.isOpen = true, .keeper = inProgress()});
     return actions_.size() - 1;
   }
 
-  /// The turn is over: each action of it has found its request.
+  /// The turn is over: each action of it has found its request, if there was any.
   void endTurn() {
     for (Action& action : actions_) {
-      // One that nobody was there for goes to the next request, if a success of nobody's does not
-      // run it before.
-      if (!action.isOpen && !action.owners.empty()) continue;
-      for (std::size_t asked = begun_; asked < requests_.size(); ++asked)
+      if (!std::exchange(action.isOpen, false)) continue;
+      for (std::size_t asked = askedBefore_; asked < requests_.size(); ++asked)
         action.owners.insert(asked);
-      action.mayBeLost |= !action.isOpen;
-      if (action.isOpen && action.owners.empty() && action.keeper != none)
-        action.owners.insert(action.keeper);
-      action.isOpen = false;
+      if (action.owners.empty() && action.keeper != none) action.owners.insert(action.keeper);
     }
+    askedBefore_ = requests_.size();
   }
 
-  /// What was asked for before has begun, and has taken over.
-  void beginAsked() { begun_ = requests_.size(); }
+  /// The request takes over, and so it does what waits for any.
+  void begin(std::size_t request) {
+    begun_ = request;
+    for (Action& action : actions_)
+      if (!action.isOpen && action.owners.empty())
+        action = {.owners = {request}, .mayBeLost = true, .hasRun = action.hasRun};
+  }
 
   /// The owner is proven to whoever is in progress at `moment`.
   void provenAt(double moment, Proof proof) { proofs_.push_back({moment, proof}); }
 
   /// The watch stands in for the owner in the request alone that had it asked.
   void watchAgrees(std::size_t request) {
-    if (isInProgress(request) && !requests_[request].takesPasscodeAlone) agreedOn_.insert(request);
+    if (request != none && !requests_[request].takesPasscodeAlone) agreedOn_.insert(request);
   }
 
   // What may fail a request: its own Cancel button, or what fails whatever is in progress then.
@@ -75,8 +75,7 @@ class PromptLedger {
     const auto agreedOn = [this](std::size_t owner) { return agreedOn_.contains(owner); };
     // The watch's request ends a turn later, or never if it is replaced first.
     if (std::ranges::any_of(action.owners, agreedOn)) return;
-    const bool wasNobodys = action.owners.empty() || action.mayBeLost;
-    if (wasNobodys && !isInProgress(current()) && isProvenAt(now)) return;
+    if (action.owners.empty() && inProgress() == none && isProvenAt(now)) return;
     ran_.push_back(number);
   }
 
@@ -84,20 +83,23 @@ class PromptLedger {
     Request& ended = requests_.at(request);
     if (++ended.ends > 1) complain("a request ended twice");
     if (authenticated != allowed) complain("the two flags of an outcome differ");
-    if (begun_ > 0 && request + 1 < begun_) complain("a request ended that had been replaced");
+    if (request != begun_) complain("a request ended that had been replaced");
     if (authenticated && !isProven(request, now)) complain("a request succeeded without proof");
     if (!authenticated && !mayFail(request, now)) complain("a request failed without a cause");
     settleActions(request, authenticated);
   }
 
-  bool hasEnded(std::size_t request) const { return requests_.at(request).ends > 0; }
+  /// The request that began last; or `none`, as where it has ended.
+  std::size_t begun() const { return begun_; }
+  std::size_t inProgress() const {
+    return begun_ == none || requests_[begun_].ends > 0 ? none : begun_;
+  }
 
-  /// The request that began last, or `none`.
-  std::size_t current() const { return begun_ == 0 ? none : begun_ - 1; }
-  bool isInProgress(std::size_t request) const { return request != none && !hasEnded(request); }
+  /// Whether what the sensor reports counts for the request in progress.
+  bool takesTouch() const { return inProgress() == none || !requests_[begun_].takesPasscodeAlone; }
 
   void comeToRest() {
-    if (isInProgress(current())) complain("a request never ended");
+    if (inProgress() != none) complain("a request never ended");
     if (!ran_.empty()) complain("an action ran and no request succeeded");
   }
 
@@ -162,7 +164,8 @@ class PromptLedger {
   static bool isSame(double moment, double now) { return std::abs(moment - now) < 1e-6; }
 
   std::vector<Request> requests_;
-  std::size_t begun_ = 0;
+  std::size_t begun_ = none;
+  std::size_t askedBefore_ = 0;
   std::vector<Action> actions_;
   /// Since the last request ended.
   std::vector<std::size_t> ran_;

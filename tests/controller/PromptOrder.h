@@ -29,6 +29,7 @@ struct Happening {
     homeScreen,    ///< is lost, or returns
     watchAnswers,  ///< from now on: 0 no, 1 yes, 2 yes but late
     wait,          ///< that many hundredths of a second
+    meet,          ///< the same, but what follows comes before what falls due then
   };
 
   Kind kind;
@@ -51,7 +52,8 @@ inline std::string describe(const Happening& happening) {
                                        "dim",
                                        "the home screen goes or returns",
                                        "watch answers",
-                                       "wait (1/100 s)"};
+                                       "wait (1/100 s)",
+                                       "meet what is due in (1/100 s)"};
   return "process " + std::to_string(happening.place) + ": " +
          names.at(static_cast<std::size_t>(happening.kind)) + " " +
          std::to_string(happening.number);
@@ -73,10 +75,12 @@ inline PromptOrder randomOrder(std::mt19937_64& random, std::size_t places) {
       Kind::event,     Kind::event,     Kind::event,     Kind::event,      Kind::lateEvent,
       Kind::tapSwitch, Kind::tapSwitch, Kind::tapCancel, Kind::tapCancel,  Kind::typeRight,
       Kind::typeWrong, Kind::lock,      Kind::dim,       Kind::homeScreen, Kind::watchAnswers,
-      Kind::wait,      Kind::wait,      Kind::wait,      Kind::wait,       Kind::wait};
+      Kind::wait,      Kind::wait,      Kind::wait,      Kind::meet,       Kind::meet,
+      Kind::meet};
   static constexpr std::array<std::int64_t, 16> events = {3, 3, 3, 0,  1,  2,  4,  5,
                                                           6, 7, 9, 10, 12, 13, 28, -1};
-  static constexpr std::array<std::int64_t, 8> waits = {0, 0, 5, 10, 20, 40, 60, 310};
+  static constexpr std::array<std::int64_t, 12> waits = {0,  0,  0,  5,  10, 15,
+                                                         35, 40, 50, 70, 75, 310};
   const auto below = [&random](std::size_t count) { return random() % count; };
   // Most of what happens, happens to one process.
   const std::size_t main = below(places);
@@ -88,7 +92,7 @@ inline PromptOrder randomOrder(std::mt19937_64& random, std::size_t places) {
     if (kind == Kind::request) number = static_cast<std::int64_t>(below(4));
     if (kind == Kind::event || kind == Kind::lateEvent) number = events[below(events.size())];
     if (kind == Kind::watchAnswers) number = static_cast<std::int64_t>(below(3));
-    if (kind == Kind::wait) number = waits[below(waits.size())];
+    if (kind == Kind::wait || kind == Kind::meet) number = waits[below(waits.size())];
     order.push_back({kind, number, below(2) == 0 ? main : below(places)});
   }
   return order;

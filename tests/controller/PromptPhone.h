@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <memory>
 #include <set>
@@ -61,8 +62,8 @@ class PromptPhone {
     expected_.clear();
     sessions_ = home().run([] { return PromptPlace::controller().unlockSessionCache().size(); });
     complaint_.reset();
-    for (const Happening& happening : order)
-      happen(happening);
+    for (auto next = order.begin(); next != order.end();)
+      next = liveTurn(next, order.end());
     comeToRest();
     forEach([this](PromptPlace& place) { noteComplaint(place); });
     return complaint_;
@@ -137,8 +138,26 @@ class PromptPhone {
 
   // --- What happens ------------------------------------------------------------------------------
 
+  /// Waits as the first of the happenings says, and has those that follow it happen in one turn.
+  PromptOrder::const_iterator liveTurn(PromptOrder::const_iterator first,
+                                       PromptOrder::const_iterator end) {
+    const auto isWait = [](const Happening& it) {
+      return it.kind == Kind::wait || it.kind == Kind::meet;
+    };
+    const auto behind = isWait(*first) ? first + 1 : first;
+    const auto last = std::find_if(behind, end, isWait);
+    const Seconds wait(isWait(*first) ? static_cast<double>(first->number) / 100 : 0);
+    const auto act = [=, this] {
+      std::for_each(behind, last, [this](const Happening& it) { happen(it); });
+      forEach([](PromptPlace& place) { place.ledger().endTurn(); });
+    };
+    if (first->kind == Kind::meet) device_.time().after(wait, act);
+    pass(wait);
+    if (first->kind != Kind::meet) act();
+    return last;
+  }
+
   void happen(const Happening& happening) {
-    const auto seconds = static_cast<double>(happening.number) / 100;
     switch (happening.kind) {
       case Kind::event:
         return sense(happening.number);
@@ -152,8 +171,6 @@ class PromptPhone {
       case Kind::watchAnswers:
         watchAnswers_ = happening.number;
         return;
-      case Kind::wait:
-        return pass(seconds);
       default:
         if (const auto& place = places_.at(happening.place))
           place->run([&] { happenTo(*place, happening); });
@@ -163,10 +180,7 @@ class PromptPhone {
   void happenTo(PromptPlace& place, const Happening& happening) {
     switch (happening.kind) {
       case Kind::request:
-        place.request(happening.number);
-        // One over all takes a turn longer to begin: nothing else may be asked for meanwhile.
-        if (happening.number == PromptPlace::overAll) pass(0);
-        return;
+        return place.request(happening.number);
       case Kind::defer:
         return place.defer();
       case Kind::lateEvent:
@@ -184,12 +198,9 @@ class PromptPhone {
     }
   }
 
-  /// What the sensor reports reaches whoever listens within the turn.
   void sense(BiometricEvent event) {
-    pass(0);
-    forEach([event](PromptPlace& place) { place.expect(event, place.isListening()); });
+    forEach([event](PromptPlace& place) { place.expectNext(event); });
     device_.sensor().emit(event);
-    pass(0);
   }
 
   void answerAboutWatch(const std::shared_ptr<XpcMessage>& message) {
@@ -199,7 +210,7 @@ class PromptPhone {
     if (watchAnswers_ == 0 || asker == places_.end())
       return message->reply({{"result", PropertyList::Dictionary()}});
     const auto agree = [message, weak = std::weak_ptr(*asker),
-                        request = (*asker)->ledger().current()] {
+                        request = (*asker)->ledger().begun()] {
       if (const auto place = weak.lock()) place->ledger().watchAgrees(request);
       message->reply({{"result", PropertyList::Dictionary{{std::string(watch::wristStateKey), 3},
                                                           {std::string(watch::lockStateKey), 0},
@@ -213,25 +224,18 @@ class PromptPhone {
   }
 
   /// Lets time pass, and looks at what is on screen then.
-  void pass(double seconds) {
-    forEach([](PromptPlace& place) { place.ledger().endTurn(); });
-    device_.time().advance(Seconds(0));
-    forEach([](PromptPlace& place) {
-      place.ledger().beginAsked();
-      place.look();
-    });
-    if (seconds <= 0) return;
-    device_.time().advance(Seconds(seconds));
+  void pass(Seconds time) {
+    device_.time().advance(time);
     forEach([](PromptPlace& place) { place.look(); });
   }
 
   /// Waits for everything that is under way, and cancels the prompts that are left.
   void comeToRest() {
-    pass(0);
+    pass(Seconds(0));
     if (!places_[0]) returnHomeScreen();
-    pass(10);
+    pass(Seconds(10));
     forEach([](PromptPlace& place) { place.tapCancel(); });
-    pass(10);
+    pass(Seconds(10));
     forEach([](PromptPlace& place) { place.comeToRest(); });
     home().run([this] {
       if (!ownerHasSensor()) home().ledger().complain("the sensor was not given back");

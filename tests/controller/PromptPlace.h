@@ -15,6 +15,7 @@
 #include "sentrel/authui/SNAuthenticationViewController.h"
 #include "sentrel/authui/SNWindow.h"
 #include "sentrel/biometrics/SNTouchIDManager.h"
+#include "sentrel/bridge/Notifications.h"
 #include "sentrel/controller/SentrelController.h"
 #include "tests/controller/PromptLedger.h"
 #include "tests/support/PromptDriver.h"
@@ -62,6 +63,11 @@ class PromptPlace {
       window->setHidden(false);
     }
     windows_[overAll] = SNWindow::sharedInstance();
+    // Before the monitor does: what the home screen relays is expected first.
+    relayed_ = platform().distributedCenter->addObserver(
+        std::string(notifications::pearlID), [this](const Notification& notification) {
+          expect(find(*notification.userInfo, notifications::pearlIDEventCodeKey)->integerValue());
+        });
   }
 
   void forget() {
@@ -87,6 +93,9 @@ class PromptPlace {
                                                     completion);
     else
       controller().requiresAuthentication(key, "please", root, completion);
+    // Behind what was queued just now. One over all takes a turn longer.
+    const auto begin = [this, number] { ledger_.begin(number); };
+    later(presenter == overAll ? MainQueue::Block([this, begin] { later(begin); }) : begin);
   }
 
   void defer() {
@@ -95,17 +104,16 @@ class PromptPlace {
         std::make_shared<Deferred>([this, number] { ledger_.run(number, now()); }));
   }
 
+  /// A report comes though the sensor may not be listened to.
   void hear(BiometricEvent event) {
-    expect(event, !isInPasscodeMode());
+    if (!isInPasscodeMode()) mayFollow(event);
     controller().biometricKitInterfaceHandleEvent(nullptr, event);
   }
 
-  /// What may come of an event of the sensor.
-  void expect(BiometricEvent event, bool isHeard) {
-    if (event == 3 && isHeard) ledger_.provenAt(now() + glyphSeconds(), PromptLedger::Proof::match);
-    if (event == 6) ledger_.mayFailAt(now() + glyphSeconds());
+  /// The sensor's report is the next to be heard, by whoever listens then.
+  void expectNext(BiometricEvent event) {
+    later([this, event] { expect(event); });
   }
-  bool isListening() const { return isHeld() && !isInPasscodeMode(); }
 
   void tapSwitch() {
     if (const auto alert = presentedAlert())
@@ -115,8 +123,7 @@ class PromptPlace {
   }
 
   void tapCancel() {
-    if (const auto asker = askers_.find(promptOnScreen()); asker != askers_.end())
-      ledger_.mayBeCancelled(asker->second);
+    if (const auto prompt = promptOnScreen()) ledger_.mayBeCancelled(askerOf(prompt));
     if (const auto alert = presentedAlert())
       tapAction(*alert, UIAlertActionStyle::cancel);
     else if (const auto legacy = shownLegacyAlert())
@@ -149,7 +156,7 @@ class PromptPlace {
     }
     if (isLegacy() && prompts > 0) ledger_.complain("a prompt of the wrong kind is on screen");
     if (isLegacy() && shownLegacyAlert()) ++prompts;
-    if (prompts > 0) askers_.emplace(promptOnScreen(), ledger_.current());
+    if (prompts > 0) askerOf(promptOnScreen());
     if (prompts > 1) ledger_.complain("two prompts are on screen");
     if (prompts > 0 && !controller().completionBlock())
       ledger_.complain("a prompt is on screen that nobody owns");
@@ -174,6 +181,25 @@ class PromptPlace {
    private:
     std::function<void()> run_;
   };
+
+  void later(MainQueue::Block block) { platform().mainQueue->async(std::move(block)); }
+
+  /// Which request the prompt was first seen for.
+  std::size_t askerOf(const std::shared_ptr<UIResponder>& prompt) {
+    return askers_.emplace(prompt, ledger_.begun()).first->second;
+  }
+
+  void expect(BiometricEvent event) {
+    if (isHeld() && !isInPasscodeMode()) mayFollow(event);
+  }
+
+  /// What may come of a report that counts, once the glyph has shown it.
+  void mayFollow(BiometricEvent event) {
+    if (!ledger_.takesTouch()) return;
+    const double moment = now() + glyphSeconds();
+    if (event == 3) ledger_.provenAt(moment, PromptLedger::Proof::match);
+    if (event == 6) ledger_.mayFailAt(moment);
+  }
 
   static void tapAction(SNAlertController& alert, UIAlertActionStyle style) {
     for (const auto& action : alert.actions())
@@ -224,7 +250,7 @@ class PromptPlace {
   /// Those of the presenters, and the overlay window.
   std::array<std::shared_ptr<UIWindow>, 3> windows_;
   PromptLedger ledger_;
-  /// Which request each prompt was first seen for.
+  Observation relayed_;
   std::map<std::weak_ptr<UIResponder>, std::size_t, std::owner_less<>> askers_;
   std::size_t asked_ = 0;
 };
