@@ -28,7 +28,7 @@ namespace sentrel::host {
 ///
 /// Optionally it locks attempts out; a screen has that only of this delegate. Make it inside the
 /// process, and keep it as long as the screen is in use. Main thread only.
-class PasscodeKeeper final : public SNPasscodeViewControllerDelegate {
+class PasscodeKeeper : public SNPasscodeViewControllerDelegate {
  public:
   using Complain = std::function<void(const std::string& text)>;
 

@@ -1,6 +1,7 @@
 #include "device/simulated/SimulatedSensor.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "sentrel/Process.h"
 
@@ -90,11 +91,7 @@ class Context final : public LAContext {
   void evaluateBiometricPolicy(const std::string& localizedReason, Reply reply) override {
     sensor_->note("ask the owner: " + localizedReason + ", fallback \"" +
                   fallbackTitle_.value_or("Enter Password") + "\"");
-    const auto queue = mainQueue_.lock();
-    if (!queue) return;
-    queue->async([sensor = sensor_, reply = std::move(reply)] {
-      reply(!sensor->evaluationError, sensor->evaluationError);
-    });
+    sensor_->askOwner(mainQueue_, std::move(reply));
   }
 
  private:
@@ -152,6 +149,19 @@ void SimulatedSensor::emit(BiometricEvent event) {
       if (const auto listener = weak.lock()) listener->sensed(event);
     });
   }
+}
+
+void SimulatedSensor::askOwner(const std::weak_ptr<MainQueue>& mainQueue, LAContext::Reply reply) {
+  asked_.emplace_back(mainQueue, std::move(reply));
+  if (!keepsOwnerWaiting) answerOwner();
+}
+
+bool SimulatedSensor::answerOwner() {
+  const auto asked = std::exchange(asked_, {});
+  for (const auto& [mainQueue, reply] : asked)
+    if (const auto queue = mainQueue.lock())
+      queue->async([error = evaluationError, reply = reply] { reply(!error, error); });
+  return !asked.empty();
 }
 
 BiometryType SimulatedSensor::biometryType() const {

@@ -39,6 +39,8 @@ class SimulatedSensor {
 
   /// How the next evaluation that asks the owner ends; none is a success.
   std::optional<PlatformError> evaluationError;
+  /// Whether evaluations end only when the owner answers, and not at once.
+  bool keepsOwnerWaiting = false;
 
   /// Why no presence detection can be made, or can be started.
   std::optional<PlatformError> presenceCreationError;
@@ -61,6 +63,11 @@ class SimulatedSensor {
   /// Adding one twice changes nothing.
   void addListener(const std::shared_ptr<SensorListener>& listener);
 
+  /// Asks the owner on behalf of a process: `reply` runs on its main queue.
+  void askOwner(const std::weak_ptr<MainQueue>& mainQueue, LAContext::Reply reply);
+  /// The owner answers whatever waits for it, as evaluationError says. Whether anything did.
+  bool answerOwner();
+
   BiometryType biometryType() const;
   void note(std::string action) { journal_->record(std::move(action)); }
   const std::shared_ptr<Journal>& journal() const noexcept { return journal_; }
@@ -74,6 +81,7 @@ class SimulatedSensor {
   std::shared_ptr<Journal> journal_;
   std::vector<Assertion> assertions_;
   std::vector<Listening> listeners_;
+  std::vector<std::pair<std::weak_ptr<MainQueue>, LAContext::Reply>> asked_;
 };
 
 using SharedSensor = std::shared_ptr<SimulatedSensor>;

@@ -31,6 +31,7 @@ using Command = programs::Command<Preparing<Action>>;
 Table<Action> userCommands();
 Table<Action> deviceCommands();
 Table<Action> settingsCommands();
+Table<Action> passcodeScreenCommands();
 
 /// What an expectation found.
 struct Verdict {
@@ -44,6 +45,7 @@ using Expectation = programs::Command<Preparing<Check>>;
 
 /// What may follow "expect", or "expect no".
 Table<Check> expectations();
+Table<Check> passcodeScreenExpectations();
 
 /// `words` are the command's name and its arguments.
 template <class Prepared>

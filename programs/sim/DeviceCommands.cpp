@@ -85,6 +85,21 @@ Action watch(Phone&, const Words& words) {
   };
 }
 
+Action rotate(Phone&, const Words& words) {
+  constexpr const char* choices[] = {"portrait", "upside-down", "landscape-right",
+                                     "landscape-left"};
+  return [orientation = static_cast<UIInterfaceOrientation>(1 + choiceOf(words[0], choices))](
+             Phone& phone) { phone.turn(orientation); };
+}
+
+Action setClock(Phone&, const Words& words) {
+  const bool isBack = words[0].starts_with('-');
+  const double seconds = secondsOf(isBack ? words[0].substr(1) : words[0]);
+  return [offset = Seconds(isBack ? -seconds : seconds)](Phone& phone) {
+    phone.device().time().setWallClock(phone.device().time().now() + offset);
+  };
+}
+
 constexpr Command commands[] = {
     {"system", "VERSION", "installs a system; this and the next four restart the phone", 1, 1,
      systemVersion},
@@ -95,6 +110,9 @@ constexpr Command commands[] = {
     {"device-passcode", "yes|no", "whether the phone itself has a passcode", 1, 1, devicePasscode},
     {"switch-title", "SWITCH TITLE", "has the control centre know a switch by a title", 2, 2,
      switchTitle},
+    {"rotate", "ORIENTATION", "turns it: portrait, upside-down, landscape-left, landscape-right", 1,
+     1, rotate},
+    {"clock", "[-]SECONDS", "sets its clock forward or back", 1, 1, setClock},
     {"join", "NETWORK", "joins a wireless network", 1, 1, join},
     {"leave", "", "leaves it", 0, 0, leave},
     {"watch", "PROPERTY VALUE...", "changes the paired watch, as sentrel-sharingd does", 1, 3,

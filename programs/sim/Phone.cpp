@@ -21,6 +21,16 @@
 namespace sentrel::sim {
 namespace {
 
+void goAway(PhoneProcess& process) {
+  process.post(UIApplicationWillResignActiveNotification);
+  process.post(UIApplicationDidEnterBackgroundNotification);
+}
+
+void comeBack(PhoneProcess& process) {
+  process.post(UIApplicationWillEnterForegroundNotification);
+  process.post(UIApplicationDidBecomeActiveNotification);
+}
+
 constexpr const char* extensionsFolder = "/Library/MobileSubstrate/DynamicLibraries";
 
 }  // namespace
@@ -36,6 +46,8 @@ Phone::Phone(const std::string& root)
       fonts_(std::make_shared<screen::PinnedFonts>()),
       textMeasuring_(std::make_shared<screen::PangoTextMeasuring>(fonts_)),
       systemObserver_(std::make_shared<SystemObserver>()) {
+  passcodeOptions_.note = [this](std::string line) { device_.journal().record(std::move(line)); };
+  device_.sensor().keepsOwnerWaiting = true;
   reader_.fill(device_);
   fillFiles(root);
   restart();
@@ -138,11 +150,37 @@ void Phone::open(const std::string& bundleIdentifier) {
           device_.screen().bounds().size,
           device_.applications().find(bundleIdentifier)->displayName.value_or(bundleIdentifier));
     }));
-  device_.applications().setFront(bundleIdentifier);
+  bringToFront(bundleIdentifier);
 }
 
 void Phone::goHome() {
-  device_.applications().setFront(std::nullopt);
+  bringToFront(std::nullopt);
+}
+
+PhoneProcess& Phone::current() {
+  PhoneProcess* application = front();
+  return application ? *application : *homeScreen_;
+}
+
+/// Who leaves and who comes hears of it.
+void Phone::bringToFront(const std::optional<std::string>& bundleIdentifier) {
+  PhoneProcess* former = front();
+  device_.applications().setFront(bundleIdentifier);
+  PhoneProcess* present = front();
+  if (former == present) return;
+  if (former) goAway(*former);
+  if (present) comeBack(*present);
+}
+
+void Phone::turn(UIInterfaceOrientation orientation) {
+  CGSize size = device_.screen().bounds().size;
+  const bool isLandscape = orientation == UIInterfaceOrientation::landscapeLeft ||
+                           orientation == UIInterfaceOrientation::landscapeRight;
+  if (isLandscape != (size.width > size.height)) std::swap(size.width, size.height);
+  device_.screen().setBounds({{}, size});
+  homeScreen_->turn(orientation, size);
+  for (const auto& application : applications_)
+    application->turn(orientation, size);
 }
 
 void Phone::quit(const std::string& bundleIdentifier) {
@@ -199,11 +237,15 @@ void Phone::noticeLock() {
 }
 
 void Phone::lock() {
+  if (PhoneProcess* application = front(); application && !device_.lock().isLocked())
+    goAway(*application);
   device_.lock().setLocked(/*value=*/true);
   noticeLock();
 }
 
 void Phone::unlock() {
+  if (PhoneProcess* application = front(); application && device_.lock().isLocked())
+    comeBack(*application);
   device_.lock().setLocked(/*value=*/false);
   homeScreen_->run([] { SNUtils::setLockscreenAsDimmed(/*value=*/false); });
 }

@@ -58,6 +58,14 @@ class Phone {
   /// Brings an installed application to the front, and starts it where it does not run.
   void open(const std::string& bundleIdentifier);
   void goHome();
+  /// The application at the front, or the home screen.
+  PhoneProcess& current();
+
+  void turn(UIInterfaceOrientation orientation);
+
+  PasscodeOptions& passcodeOptions() noexcept { return passcodeOptions_; }
+  /// The passcode screen of what is at the front.
+  PasscodeHost& passcodeHost() { return current().passcodeHost(passcodeOptions_); }
   void quit(const std::string& bundleIdentifier);
 
   /// Ends every process and starts the home screen again, with what is set on the device by then.
@@ -114,6 +122,7 @@ class Phone {
   void endProcesses();
   std::unique_ptr<PhoneProcess> start(const std::string& bundleIdentifier,
                                       const std::function<std::shared_ptr<UIWindow>()>& content);
+  void bringToFront(const std::optional<std::string>& bundleIdentifier);
   void tellAll(void (*tell)());
   void noticeLock();
   void runDeferred();
@@ -131,6 +140,7 @@ class Phone {
   std::function<void()> onMoment_;
   std::vector<std::string> logLines_;
   std::optional<std::string> pictureFolder_;
+  PasscodeOptions passcodeOptions_;
   Mark mark_;
   bool knowsOfLock_ = false;
 };

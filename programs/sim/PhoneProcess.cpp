@@ -31,11 +31,38 @@ PhoneProcess::PhoneProcess(simulated::SimulatedDevice& device,
 
 PhoneProcess::~PhoneProcess() {
   run([this] {
+    passcodeHost_.reset();
     parts_.clear();
     presenter_.reset();
     presenterWindow_.reset();
     content_.reset();
   });
+}
+
+PasscodeHost& PhoneProcess::passcodeHost(const PasscodeOptions& options) {
+  if (!passcodeHost_)
+    passcodeHost_ = run([&] {
+      return std::make_unique<PasscodeHost>(options, content_,
+                                            identifier_ != springBoardBundleIdentifier);
+    });
+  return *passcodeHost_;
+}
+
+void PhoneProcess::post(std::string_view name) {
+  run([name] {
+    Process::current().platform().localCenter->post({std::string(name), std::nullopt});
+  });
+}
+
+void PhoneProcess::turn(UIInterfaceOrientation orientation, CGSize screen) {
+  run([&] {
+    UIApplication& application = UIApplication::sharedApplication();
+    application.setStatusBarOrientation(orientation);
+    application.setStatusBarFrame(CGRectMake(0, 0, screen.width, 20));
+    for (const auto& window : application.windows())
+      window->setFrame({{}, screen});
+  });
+  post(UIApplicationDidChangeStatusBarOrientationNotification);
 }
 
 }  // namespace sentrel::sim

@@ -6,6 +6,8 @@
 #include <vector>
 
 #include "device/simulated/SimulatedDevice.h"
+#include "programs/sim/PasscodeHost.h"
+#include "sentrel/uikit/UIApplication.h"
 #include "sentrel/uikit/UIViewController.h"
 #include "sentrel/uikit/UIWindow.h"
 
@@ -40,6 +42,17 @@ class PhoneProcess {
     return part;
   }
 
+  /// The process's passcode screen and what it lives on; made when it is first asked for, as
+  /// `options` say, which outlive it.
+  PasscodeHost& passcodeHost(const PasscodeOptions& options);
+  /// Null until then.
+  PasscodeHost* passcodeHost() const noexcept { return passcodeHost_.get(); }
+
+  /// Posts to the process alone.
+  void post(std::string_view name);
+  /// Turns what the process shows.
+  void turn(UIInterfaceOrientation orientation, CGSize screen);
+
   const std::shared_ptr<UIWindow>& content() const noexcept { return content_; }
   const std::shared_ptr<UIViewController>& presenter() const noexcept { return presenter_; }
 
@@ -49,6 +62,7 @@ class PhoneProcess {
   std::shared_ptr<UIWindow> content_;
   std::shared_ptr<UIWindow> presenterWindow_;
   std::shared_ptr<UIViewController> presenter_;
+  std::unique_ptr<PasscodeHost> passcodeHost_;
   std::vector<std::shared_ptr<void>> parts_;
 };
 

@@ -6,6 +6,7 @@
 #include "programs/sim/Screens.h"
 #include "programs/sim/ShownPrompt.h"
 #include "sentrel/uikit/UIApplication.h"
+#include "sentrel/uikit/UIKeyboard.h"
 
 namespace sentrel::sim {
 namespace {
@@ -34,18 +35,19 @@ class Keyboard {
       : process_(process) {
     process_.run([&] {
       if (!programs::focusedField()) return;
-      pad_ = programs::makeNumberPad(screen);
+      pad_ = programs::makeKeyboardFor(programs::focusedField(), screen);
+      lift_ = systemKeyboardHeight(screen) / 2;
       for (const ShownPrompt& prompt : prompts)
         if (prompt.process == &process_) moved_.push_back(prompt.alertView);
       for (const auto& view : moved_)
-        move(*view, -programs::numberPadHeight / 2);
+        move(*view, -lift_);
     });
   }
 
   ~Keyboard() {
     process_.run([this] {
       for (const auto& view : moved_)
-        move(*view, programs::numberPadHeight / 2);
+        move(*view, lift_);
       pad_.reset();
     });
   }
@@ -61,6 +63,7 @@ class Keyboard {
   PhoneProcess& process_;
   std::shared_ptr<UIWindow> pad_;
   std::vector<std::shared_ptr<UIView>> moved_;
+  double lift_ = 0;
 };
 
 }  // namespace

@@ -16,7 +16,8 @@ constexpr std::size_t helpColumn = 42;
 Action prepareAction(Phone& phone, const Words& words) {
   if (const RequestKind* kind = findRequest(words[0]))
     return insideHomeScreen(prepare<Ask>(*kind, phone, words));
-  for (const auto& table : {insideCommand(), userCommands(), deviceCommands(), settingsCommands()})
+  for (const auto& table : {insideCommand(), userCommands(), deviceCommands(), settingsCommands(),
+                            passcodeScreenCommands()})
     if (const Command* command = table.find(words[0]))
       return prepare<Action>(*command, phone, words);
   throw UsageError("unknown command \"" + words[0] + "\"");
@@ -46,6 +47,7 @@ Run prepareExpectation(Phone& phone, Words words) {
   if (isNegated) words.erase(words.begin());
   if (words.empty()) throw UsageError("expected: expect [no] WHAT...");
   const Expectation* expectation = expectations().find(words[0]);
+  if (!expectation) expectation = passcodeScreenExpectations().find(words[0]);
   if (!expectation) throw UsageError("nobody can expect \"" + words[0] + "\"");
   return [whole, isNegated, check = prepare<Check>(*expectation, phone, words)](
              Phone& it) -> std::optional<std::string> {
@@ -118,7 +120,9 @@ std::string languageHelp() {
   return "requests:\n" + requests + insideCommand().help(helpColumn) + "\nthe user:\n" +
          userCommands().help(helpColumn) + "\nthe phone:\n" + deviceCommands().help(helpColumn) +
          "\nthe settings:\n" + settingsCommands().help(helpColumn) + "\nexpectations:\n" +
-         expectations().help(helpColumn, "expect [no] ");
+         expectations().help(helpColumn, "expect [no] ") + "\nthe passcode screen:\n" +
+         passcodeScreenCommands().help(helpColumn) +
+         passcodeScreenExpectations().help(helpColumn, "expect [no] ");
 }
 
 }  // namespace sentrel::sim

@@ -33,6 +33,7 @@ void Timeline::look() {
   lookAtLines(phone_.device().journal().lines(), printed_.actions, "phone: ");
   lookAtLines(phone_.logLines(), printed_.logged, "log: ");
   lookAtPrompts();
+  lookAtPasscodeScreen();
   lookAtNotifications();
   lookAtFront();
 }
@@ -87,6 +88,15 @@ void Timeline::lookAtPrompts() {
     else if (same->glyph != prompt.glyph)
       print("glyph " + same->glyph + " -> " + prompt.glyph);
   }
+}
+
+void Timeline::lookAtPasscodeScreen() {
+  PhoneProcess& current = phone_.current();
+  PasscodeHost* host = current.passcodeHost();
+  const std::string seen =
+      host ? current.run([host] { return describe(host->look()); }) : std::string();
+  if (seen != std::exchange(passcodeScreen_, seen))
+    print(seen.empty() ? "passcode screen gone" : "passcode screen: " + seen);
 }
 
 void Timeline::lookAtFront() {

@@ -33,6 +33,7 @@ class Timeline {
   void lookAtNotifications();
   void lookAtLines(const std::vector<std::string>& lines, std::size_t& printed, const char* what);
   void lookAtPrompts();
+  void lookAtPasscodeScreen();
   void lookAtFront();
   std::vector<Prompt> prompts();
   void print(const std::string& text);
@@ -45,6 +46,7 @@ class Timeline {
   std::vector<std::size_t> outcomes_;
   std::vector<Prompt> prompts_;
   std::string front_ = "home";
+  std::string passcodeScreen_;
   bool isLocked_ = false;
 };
 

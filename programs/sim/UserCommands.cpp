@@ -20,13 +20,24 @@ constexpr BiometricEvent unreadable = 7;
 constexpr BiometricEvent notMatched = 2;
 constexpr BiometricEvent lifted = 0;
 
-ShownPrompt frontPrompt(Phone& phone) {
+/// Who takes what is typed and tapped: the frontmost prompt's process, else a passcode screen's.
+PhoneProcess& handled(Phone& phone) {
   const auto prompts = shownPrompts(phone);
-  if (prompts.empty()) throw NotPossible("no prompt is on the screen");
-  return prompts.front();
+  if (!prompts.empty()) return *prompts.front().process;
+  PhoneProcess& current = phone.current();
+  if (!current.passcodeHost()) throw NotPossible("no prompt is on the screen");
+  return current;
+}
+
+/// A passcode screen asks its system's dialog, and not the sensor's listeners.
+bool answersOwner(Phone& phone, bool isMatch) {
+  phone.device().sensor().evaluationError =
+      isMatch ? std::nullopt : std::optional(PlatformError{"LocalAuthentication", -1, "failed"});
+  return phone.device().sensor().answerOwner();
 }
 
 void show(Phone& phone, BiometricEvent result) {
+  if (answersOwner(phone, result == matched)) return;
   phone.device().sensor().emit(seen);
   phone.pass(recognitionTime);
   phone.device().sensor().emit(result);
@@ -57,7 +68,8 @@ Action event(Phone&, const Words& words) {
 
 Action typeDigits(Phone&, const Words& words) {
   return [digits = words[0]](Phone& phone) {
-    PhoneProcess& process = *frontPrompt(phone).process;
+    PhoneProcess& process = handled(phone);
+    if (process.passcodeHost()) process.run([&] { process.passcodeHost()->tapEntry(); });
     const bool taken = process.run([&] { return programs::type(digits); });
     if (!taken) throw NotPossible("not every character was taken");
   };
@@ -65,11 +77,11 @@ Action typeDigits(Phone&, const Words& words) {
 
 Action tap(Phone&, const Words& words) {
   return [title = words[0]](Phone& phone) {
-    const ShownPrompt prompt = frontPrompt(phone);
-    const bool wasTapped = prompt.process->run([&] { return programs::tapButton(title); });
-    if (!wasTapped)
-      throw NotPossible("no button \"" + title +
-                        "\" can be tapped; there are: " + buttonsOf(prompt));
+    const bool wasTapped = handled(phone).run([&] { return programs::tapButton(title); });
+    if (wasTapped) return;
+    const auto prompts = shownPrompts(phone);
+    throw NotPossible("no button \"" + title + "\" can be tapped; there are: " +
+                      (prompts.empty() ? "others" : buttonsOf(prompts.front())));
   };
 }
 
@@ -102,8 +114,8 @@ constexpr Command commands[] = {
      finger},
     {"face", "match|no-match", "shows a face", 1, 1, face},
     {"event", "NUMBER", "has the sensor report any event", 1, 1, event},
-    {"type", "DIGITS", "types into the prompt", 1, 1, typeDigits},
-    {"tap", "BUTTON", "taps a button of the prompt by its title", 1, 1, tap},
+    {"type", "DIGITS", "types into the prompt, or the passcode screen", 1, 1, typeDigits},
+    {"tap", "BUTTON", "taps a button of either by its title", 1, 1, tap},
     {"press-home", "", "goes to the home screen", 0, 0, pressHome},
     {"quit", "BUNDLE-ID", "ends an application", 1, 1, quit},
     {"lock", "", "locks the phone", 0, 0,
