@@ -34,7 +34,7 @@ Action passcodeScreen(Phone&, const Words& words) {
   return [show = shows[choiceOf(words[0], flows)], asModal = isModal(words)](Phone& phone) {
     withHost([&](PasscodeHost& host) {
       requirePlace(host, asModal);
-      host.keeper().useSixBoxes();
+      host.prepare();
       (host.screen().*show)(host.page(), asModal);
     })(phone);
   };
@@ -123,11 +123,11 @@ Action erase(Phone&, const Words& words) {
 }
 
 constexpr Command commands[] = {
-    {"passcode-screen", "enable|change|turn-off [modal|pushed]", "begins a settings flow", 1, 2,
-     passcodeScreen},
+    {"passcode-screen", "FLOW [PLACE]",
+     "begins a settings flow: enable, change, turn-off; modal or pushed", 1, 2, passcodeScreen},
     {"lock-screen", "[LOGOUT-TITLE]", "slides the lock screen in", 0, 1, lockScreen},
     {"close-screen", "", "has the application close it", 0, 0, closeScreen},
-    {"passcode-form", "digits|free [modal|pushed]", "switches the form", 1, 2, form},
+    {"passcode-form", "FORM [PLACE]", "switches it to digits or free text", 1, 2, form},
     {"passcode-digits", "NUMBER", "sets how many digits a new passcode has", 1, 1, digits},
     {"passcode-storage", "prompt|own", "the prompt's passcode, or one of any length in memory", 1,
      1, storage},
@@ -177,6 +177,16 @@ Check expectBoxes(Phone&, const Words& words) {
   });
 }
 
+Check expectCovered(Phone& asked, const Words& words) {
+  requireInstalled(asked, words[0]);
+  return [identifier = words[0]](Phone& phone) -> Verdict {
+    PhoneProcess* process = phone.application(identifier);
+    if (!process || !process->passcodeHost()) return {false, "no passcode screen"};
+    const bool seen = process->run([&] { return process->passcodeHost()->look().isCovered; });
+    return {seen, seen ? "covered" : "open"};
+  };
+}
+
 Check expectStored(Phone&, const Words& words) {
   return [expected = words[0]](Phone& phone) -> Verdict {
     PasscodeHost& host = phone.passcodeHost();
@@ -193,7 +203,7 @@ Check expectKeyboard(Phone&, const Words& words) {
 }
 
 constexpr Expectation screenExpectations[] = {
-    {"screen", "lock|enable|change|turn-off|none", "what it is up for", 1, 1, expectFlow},
+    {"screen", "FLOW", "what it is up for: lock, a settings flow, or none", 1, 1, expectFlow},
     {"screen-title", "TEXT", "the title in its bar", 1, 1,
      [](Phone&, const Words& words) { return ofText(&ShownPasscodeScreen::title, words[0]); }},
     {"screen-prompt", "TEXT", "what it asks for", 1, 1,
@@ -205,11 +215,9 @@ constexpr Expectation screenExpectations[] = {
      [](Phone&, const Words&) { return ofFlag(&ShownPasscodeScreen::isFree); }},
     {"fields-hidden", "", "it waits for a finger", 0, 0,
      [](Phone&, const Words&) { return ofFlag(&ShownPasscodeScreen::isHidden); }},
-    {"covered", "", "the application's content is hidden", 0, 0,
-     [](Phone&, const Words&) { return ofFlag(&ShownPasscodeScreen::isCovered); }},
-    {"keyboard", "digits|letters|none", "the keyboard of whatever is typed into", 1, 1,
-     expectKeyboard},
-    {"stored-passcode", "PASSCODE|none", "what the delegate has stored", 1, 1, expectStored},
+    {"covered", "BUNDLE-ID", "a running application's content is hidden", 1, 1, expectCovered},
+    {"keyboard", "KIND", "what is typed on: digits, letters or none", 1, 1, expectKeyboard},
+    {"stored-passcode", "TEXT", "what its delegate has stored, or none", 1, 1, expectStored},
 };
 
 }  // namespace

@@ -85,7 +85,8 @@ PasscodeHost::PasscodeHost(const PasscodeOptions& options, const std::shared_ptr
   host::PasscodeKeeper::attach(keeper_, screen_);
   screen_->setHidesCancelButton(false);
   screen_->setHidesBackButton(false);
-  screen_->enablePasscodeWhenApplicationEntersBackground();
+  // With its view comes that it hears of the application's coming and going.
+  screen_->view();
   page_->setTitle("Sentrel");
   if (hasNavigation) navigation_ = UINavigationController::initWithRootViewController(page_);
   content_->setRootViewController(hasNavigation ? navigation_ : page_);
@@ -99,6 +100,10 @@ PasscodeHost::~PasscodeHost() {
 void PasscodeHost::takeOptions() {
   screen_->setMaxNumberOfAllowedFailedAttempts(options_.limit);
   keeper_->setLockoutRule(options_.lockout);
+}
+
+void PasscodeHost::prepare() {
+  if (!options_.ownStorage) keeper_->useSixBoxes();
 }
 
 void PasscodeHost::tapEntry() const {

@@ -64,6 +64,9 @@ class PasscodeHost {
   /// Takes over what the script has changed of them.
   void takeOptions();
 
+  /// Before a settings flow.
+  void prepare();
+
   /// The user's finger on the boxes.
   void tapEntry() const;
   ShownPasscodeScreen look() const;

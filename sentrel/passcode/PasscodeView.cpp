@@ -51,8 +51,6 @@ void PasscodeView::build() {
   elements_.enterPasscodeLabel = makeLabel();
   elements_.enterPasscodeInfoLabel = makeLabel();
   elements_.failedAttemptLabel = makeLabel();
-  elements_.failedAttemptLabel->setNumberOfLines(1);
-  elements_.failedAttemptLabel->setAdjustsFontSizeToFitWidth(/*value=*/true);
   for (const auto& label : {elements_.enterPasscodeLabel, elements_.enterPasscodeInfoLabel,
                             elements_.failedAttemptLabel})
     elements_.animatingView->addSubview(label);
