@@ -53,7 +53,8 @@ class AskedProcess {
   void paintScreen() {
     for (const auto& window : UIApplication::sharedApplication().windows())
       window->layoutIfNeeded();
-    painter_.paint(UIApplication::sharedApplication(), canvas_, {.moment = device_.time().now()});
+    painter_.paint(UIApplication::sharedApplication(), canvas_,
+                   {.moment = device_.time().steadyNow()});
     benchmark::DoNotOptimize(canvas_.pixel(0, 0));
   }
 

@@ -62,6 +62,7 @@ class Center final : public sentrel::NotificationCenter {
 class NoClock final : public sentrel::Clock {
  public:
   sentrel::WallTime now() const override { return {}; }
+  sentrel::SteadyTime steadyNow() const override { return {}; }
 };
 
 class NoQueue final : public sentrel::MainQueue {

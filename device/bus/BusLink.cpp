@@ -26,9 +26,7 @@ bool meansLoss(const sdbus::Error& error) {
 BusConnection::Link::Link(std::shared_ptr<loop::RunLoop> loop, Options options)
     : loop_(std::move(loop)),
       options_(std::move(options)),
-      replyTimeout_(microseconds(options_.replyTimeout)),
-      darwin_(loop_),
-      distributed_(loop_) {}
+      replyTimeout_(microseconds(options_.replyTimeout)) {}
 
 void BusConnection::Link::connect() {
   std::lock_guard lock(mutex_);

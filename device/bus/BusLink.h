@@ -47,6 +47,7 @@ class BusConnection::Link final : public loop::RunLoop::Source,
                const Answer& answer) noexcept;
   void reply(std::uint64_t number, const std::optional<UserInfo>& answer);
   void receiveNotification(sdbus::Message& signal);
+  void deliver(loop::ObserverTable& observers, Notification notification);
   void subscribe();
 
   bool servesHere(const std::string& service);

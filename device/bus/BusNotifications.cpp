@@ -59,12 +59,17 @@ void BusConnection::Link::receiveNotification(sdbus::Message& signal) {
     if (!userInfo) return;
     notification.userInfo = std::move(*userInfo);
     if (kind == protocol::darwinSignal)
-      darwin_.deliver({std::move(notification.name), std::nullopt});
+      deliver(darwin_, {std::move(notification.name), std::nullopt});
     else if (kind == protocol::distributedSignal)
-      distributed_.deliver(std::move(notification));
+      deliver(distributed_, std::move(notification));
   } catch (const std::exception&) {
     // Not one of ours.
   }
+}
+
+void BusConnection::Link::deliver(loop::ObserverTable& observers, Notification notification) {
+  for (auto& tell : observers.tellersOf(std::move(notification)))
+    loop_->async(std::move(tell));
 }
 
 /// The bus handles what it gets in order, so its answer to a question of ours comes behind whatever

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <memory>
 #include <string>
 #include <utility>
 
@@ -9,13 +8,13 @@
 
 namespace sentrel::loop {
 
-/// The centre of this process alone: no bus has part in it.
+/// The centre of this process alone: no bus has part in it, and no queue.
 class LocalNotificationCenter final : public NotificationCenter {
  public:
-  explicit LocalNotificationCenter(std::shared_ptr<MainQueue> queue)
-      : observers_(std::move(queue)) {}
-
-  void post(Notification notification) override { observers_.deliver(std::move(notification)); }
+  void post(Notification notification) override {
+    for (const auto& tell : observers_.tellersOf(std::move(notification)))
+      tell();
+  }
 
   Observation addObserver(const std::string& name, Observer observer) override {
     return observers_.add(name, std::move(observer));

@@ -12,18 +12,20 @@ Observation ObserverTable::add(const std::string& name, NotificationCenter::Obse
   return registration;
 }
 
-void ObserverTable::deliver(Notification notification) {
-  const auto delivered = std::make_shared<const Notification>(std::move(notification));
+std::vector<std::function<void()>> ObserverTable::tellersOf(Notification notification) {
+  const auto told = std::make_shared<const Notification>(std::move(notification));
+  std::vector<std::function<void()>> tellers;
   std::vector<std::shared_ptr<Registration>> alive;  // let go of outside the lock
   std::lock_guard lock(mutex_);
   for (const auto& entry : registrations_) {
     auto registration = entry.lock();
-    if (!registration || registration->name != delivered->name) continue;
-    queue_->async([entry, delivered] {
-      if (const auto observed = entry.lock()) observed->observer(*delivered);
+    if (!registration || registration->name != told->name) continue;
+    tellers.push_back([entry, told] {
+      if (const auto observed = entry.lock()) observed->observer(*told);
     });
     alive.push_back(std::move(registration));
   }
+  return tellers;
 }
 
 }  // namespace sentrel::loop

@@ -1,11 +1,11 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <string>
 #include <vector>
 
-#include "sentrel/platform/MainQueue.h"
 #include "sentrel/platform/NotificationCenter.h"
 
 namespace sentrel::loop {
@@ -13,13 +13,11 @@ namespace sentrel::loop {
 /// The observers that one process has at one centre. May be used from any thread.
 class ObserverTable {
  public:
-  explicit ObserverTable(std::shared_ptr<MainQueue> queue) : queue_(std::move(queue)) {}
-
   Observation add(const std::string& name, NotificationCenter::Observer observer);
 
-  /// Queues the notification for everyone who observes its name now and still does when the queue
-  /// comes to it.
-  void deliver(Notification notification);
+  /// For everyone who observes the notification's name now, in the order in which they began to, a
+  /// block that tells of it unless they have stopped by the time it runs.
+  std::vector<std::function<void()>> tellersOf(Notification notification);
 
  private:
   struct Registration {
@@ -27,7 +25,6 @@ class ObserverTable {
     NotificationCenter::Observer observer;
   };
 
-  std::shared_ptr<MainQueue> queue_;
   std::mutex mutex_;
   std::vector<std::weak_ptr<Registration>> registrations_;
 };

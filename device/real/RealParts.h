@@ -34,7 +34,7 @@ inline void addRealParts(Platform& platform, const std::string& root,
   platform.caseMapping = std::make_shared<storage::GLibCaseMapping>();
   platform.darwinCenter = center(bus::BusNotificationKind::darwin);
   platform.distributedCenter = center(bus::BusNotificationKind::distributed);
-  platform.localCenter = std::make_shared<loop::LocalNotificationCenter>(loop);
+  platform.localCenter = std::make_shared<loop::LocalNotificationCenter>();
   platform.messageChannel = std::make_shared<bus::BusMessageChannel>(connection);
   platform.xpc = std::make_shared<bus::BusXpc>(connection);
 }

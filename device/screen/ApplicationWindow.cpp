@@ -53,7 +53,7 @@ bool ApplicationWindow::needsDisplay() {
   for (const auto& window : application_.windows())
     window->layoutIfNeeded();
   const std::optional<std::size_t> now = fingerprintOf(application_);
-  const bool animates = isAnimating(application_, process_.platform().clock->now());
+  const bool animates = isAnimating(application_);
   // Once more when an animation has ended, for its end.
   const bool moved = std::exchange(wasAnimating_, animates) || animates;
   return std::exchange(shown_, now) != now || moved;
@@ -65,7 +65,7 @@ void ApplicationWindow::paint(Canvas& canvas) {
       application_, canvas,
       {.style = platform.screen->userInterfaceStyle().value_or(UIUserInterfaceStyle::light),
        .glyphKind = glyphKind_,
-       .moment = platform.clock->now()});
+       .moment = platform.clock->steadyNow()});
 }
 
 }  // namespace sentrel::screen

@@ -94,12 +94,11 @@ void addTree(Fingerprint& print, const UIView& view) {
     addTree(print, *subview);
 }
 
-bool isTreeAnimating(const UIView& view, WallTime moment) {
+bool isTreeAnimating(const UIView& view) {
   if (view.isHidden()) return false;
-  if (!view.layer().recordedAnimations().empty() && !view.layer().animations(moment).empty())
-    return true;
+  if (!view.layer().animations().empty()) return true;
   for (const auto& subview : view.subviews())
-    if (isTreeAnimating(*subview, moment)) return true;
+    if (isTreeAnimating(*subview)) return true;
   return false;
 }
 
@@ -112,9 +111,9 @@ std::size_t fingerprintOf(const UIApplication& application) {
   return print.value();
 }
 
-bool isAnimating(const UIApplication& application, WallTime moment) {
+bool isAnimating(const UIApplication& application) {
   for (const auto& window : application.windows())
-    if (isTreeAnimating(*window, moment)) return true;
+    if (isTreeAnimating(*window)) return true;
   return false;
 }
 

@@ -2,7 +2,6 @@
 
 #include <cstddef>
 
-#include "sentrel/platform/Seconds.h"
 #include "sentrel/uikit/UIApplication.h"
 
 namespace sentrel::screen {
@@ -11,7 +10,7 @@ namespace sentrel::screen {
 /// nothing about the texts that went into it.
 std::size_t fingerprintOf(const UIApplication& application);
 
-/// Whether an animation runs in a visible window.
-bool isAnimating(const UIApplication& application, WallTime moment);
+/// Whether an animation runs in a visible window, or waits for its start.
+bool isAnimating(const UIApplication& application);
 
 }  // namespace sentrel::screen

@@ -39,8 +39,8 @@ GlyphLook glyphLook(std::int64_t state, GlyphKind kind) noexcept {
   }
 }
 
-GlyphTransition glyphTransition(const PKGlyphView& glyph, GlyphKind kind, WallTime moment) {
-  for (const CAAnimation& animation : glyph.layer().animations(moment))
+GlyphTransition glyphTransition(const PKGlyphView& glyph, GlyphKind kind, SteadyTime moment) {
+  for (const CAAnimation& animation : glyph.layer().animations())
     if (animation.keyPath == glyphStateKeyPath && !animation.values.empty())
       return {lookOf(animation.values.front(), kind), lookOf(animation.values.back(), kind),
               std::clamp(animation.progress(moment), 0.0, 1.0)};

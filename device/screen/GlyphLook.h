@@ -28,6 +28,6 @@ struct GlyphTransition {
   double progress;
 };
 
-GlyphTransition glyphTransition(const PKGlyphView& glyph, GlyphKind kind, WallTime moment);
+GlyphTransition glyphTransition(const PKGlyphView& glyph, GlyphKind kind, SteadyTime moment);
 
 }  // namespace sentrel::screen

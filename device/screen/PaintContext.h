@@ -19,7 +19,7 @@ struct PaintContext {
   UIUserInterfaceStyle style;
   GlyphKind glyphKind;
   /// Running animations are shown as they stand then.
-  WallTime moment;
+  SteadyTime moment;
   /// Pixels a point of the picture.
   double scale;
   /// The surfaces under the one that is painted on now: one for each open group, bottom first.

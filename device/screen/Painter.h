@@ -24,8 +24,8 @@ class Painter {
     UIUserInterfaceStyle style = UIUserInterfaceStyle::light;
     /// What the device has to recognise its user by.
     GlyphKind glyphKind = GlyphKind::fingerprint;
-    /// Animations that run at this moment are painted as they stand.
-    WallTime moment{};
+    /// Animations that have not ended by now are painted as they stand at this moment.
+    SteadyTime moment{};
   };
 
   explicit Painter(std::shared_ptr<const PinnedFonts> fonts);

@@ -13,7 +13,7 @@ void setFrame(Presentation& shown, const CGRect& frame) {
 }
 
 /// A record whose value is not of its property's type changes nothing.
-void apply(Presentation& shown, const CAAnimation& animation, WallTime moment) {
+void apply(Presentation& shown, const CAAnimation& animation, SteadyTime moment) {
   if (animation.kind == CAAnimation::Kind::pushFromRight) {
     shown.pushed = 1 - animation.progress(moment);
     return;
@@ -53,14 +53,13 @@ bool Presentation::isVisible() const noexcept {
          isDrawable(bounds.size.width) && isDrawable(bounds.size.height);
 }
 
-Presentation presentationOf(const UIView& view, WallTime moment) {
+Presentation presentationOf(const UIView& view, SteadyTime moment) {
   Presentation shown{.center = view.center(),
                      .bounds = view.bounds(),
                      .transform = view.transform(),
                      .alpha = view.alpha(),
                      .backgroundColor = view.backgroundColor()};
-  if (view.layer().recordedAnimations().empty()) return shown;
-  for (const CAAnimation& animation : view.layer().animations(moment))
+  for (const CAAnimation& animation : view.layer().animations())
     apply(shown, animation, moment);
   return shown;
 }

@@ -29,6 +29,6 @@ struct Presentation {
   bool hasArea() const noexcept { return bounds.size.width > 0 && bounds.size.height > 0; }
 };
 
-Presentation presentationOf(const UIView& view, WallTime moment);
+Presentation presentationOf(const UIView& view, SteadyTime moment);
 
 }  // namespace sentrel::screen

@@ -12,7 +12,10 @@ namespace sentrel::simulated {
 /// Carries one kind of notification to whoever observes it, and remembers what was posted.
 class NotificationHub {
  public:
+  /// Puts it on the observers' queues.
   void post(Notification notification);
+  /// Tells the observers before it returns.
+  void postAtOnce(const Notification& notification);
   Observation addObserver(const std::string& name, std::weak_ptr<MainQueue> queue,
                           NotificationCenter::Observer observer);
 
@@ -25,6 +28,8 @@ class NotificationHub {
     std::weak_ptr<MainQueue> queue;
     NotificationCenter::Observer observer;
   };
+
+  std::vector<std::weak_ptr<Registration>> observersOf(const std::string& name);
 
   std::vector<std::weak_ptr<Registration>> registrations_;
   std::vector<Notification> posted_;

@@ -6,54 +6,55 @@ namespace sentrel::simulated {
 
 WallTime VirtualTimeline::now() const {
   const std::lock_guard lock(mutex_);
-  return now_;
+  return WallTime(steadyNow_.time_since_epoch() + wallClockAhead_);
+}
+
+SteadyTime VirtualTimeline::steadyNow() const {
+  const std::lock_guard lock(mutex_);
+  return steadyNow_;
 }
 
 void VirtualTimeline::setWallClock(WallTime now) {
   const std::lock_guard lock(mutex_);
-  const Seconds shift = now - now_;
-  std::map<Due, Block> shifted;
-  for (auto& [due, block] : blocks_)
-    shifted.emplace(Due(due.first + shift, due.second), std::move(block));
-  blocks_ = std::move(shifted);
-  now_ = now;
+  wallClockAhead_ = now.time_since_epoch() - steadyNow_.time_since_epoch();
 }
 
 void VirtualTimeline::after(Seconds delay, Block block) {
   const std::lock_guard lock(mutex_);
-  const WallTime due = delay > Seconds(0) ? now_ + delay : now_;  // no number is no delay
+  const SteadyTime due =
+      delay > Seconds(0) ? steadyNow_ + delay : steadyNow_;  // no number is no delay
   blocks_.emplace(Due(due, queued_++), std::move(block));
 }
 
 void VirtualTimeline::advance(Seconds time) {
-  const WallTime end = now() + time;
+  const SteadyTime end = steadyNow() + time;
   while (runFirst(end)) {
   }
   const std::lock_guard lock(mutex_);
-  now_ = end;
+  steadyNow_ = end;
   ++turn_;
 }
 
-bool VirtualTimeline::runNextMoment(WallTime latest) {
+bool VirtualTimeline::runNextMoment(SteadyTime latest) {
   if (!runFirst(latest)) return false;
-  const WallTime moment = now();
+  const SteadyTime moment = steadyNow();
   while (runFirst(moment)) {
   }
   return true;
 }
 
 void VirtualTimeline::runUntilIdle() {
-  while (runFirst(WallTime::max())) {
+  while (runFirst(SteadyTime::max())) {
   }
 }
 
-bool VirtualTimeline::runFirst(WallTime latest) {
+bool VirtualTimeline::runFirst(SteadyTime latest) {
   Block block;
   {
     const std::lock_guard lock(mutex_);
     if (blocks_.empty() || blocks_.begin()->first.first > latest) return false;
     auto first = blocks_.extract(blocks_.begin());
-    now_ = std::max(now_, first.key().first);
+    steadyNow_ = std::max(steadyNow_, first.key().first);
     block = std::move(first.mapped());
   }
   ++turn_;

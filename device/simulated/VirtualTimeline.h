@@ -19,10 +19,11 @@ class VirtualTimeline final : public Clock {
   using Block = std::function<void()>;
 
   WallTime now() const override;
+  SteadyTime steadyNow() const override;
 
   /// Sets the wall clock back or forward without running anything: what is due stays as far away
   /// as it was.
-  void setWallClock(WallTime now);
+  void setWallClock(WallTime now) { wallClockAhead_ += now - this->now(); }
 
   /// Queues `block` for `delay` from now, behind what is already due at that moment.
   void after(Seconds delay, Block block);
@@ -35,7 +36,7 @@ class VirtualTimeline final : public Clock {
 
   /// Goes to the next moment at which anything is due and runs what is due then. Does nothing, and
   /// returns false, where that is later than `latest`.
-  bool runNextMoment(WallTime latest);
+  bool runNextMoment(SteadyTime latest);
 
   /// Runs until nothing is left, however far away it is.
   void runUntilIdle();
@@ -45,13 +46,14 @@ class VirtualTimeline final : public Clock {
   std::uint64_t turn() const noexcept { return turn_; }
 
  private:
-  using Due = std::pair<WallTime, std::uint64_t>;
+  using Due = std::pair<SteadyTime, std::uint64_t>;
 
   /// Runs the first block that is due at `latest` or before. False where there is none.
-  bool runFirst(WallTime latest);
+  bool runFirst(SteadyTime latest);
 
   mutable std::mutex mutex_;
-  WallTime now_{Seconds(1'700'000'000)};
+  SteadyTime steadyNow_{Seconds(1'700'000'000)};
+  Seconds wallClockAhead_{0};
   std::uint64_t queued_ = 0;
   std::atomic<std::uint64_t> turn_ = 0;
   std::map<Due, Block> blocks_;

@@ -58,9 +58,10 @@ screen::Canvas Stage::picture() {
     for (const auto& window : application.windows())
       window->layoutIfNeeded();
     screen::Canvas canvas(options_.device.size, options_.device.scale);
-    screen::Painter(fonts_).paint(
-        application, canvas,
-        {.style = options_.style, .glyphKind = options_.sensor, .moment = device_.time().now()});
+    screen::Painter(fonts_).paint(application, canvas,
+                                  {.style = options_.style,
+                                   .glyphKind = options_.sensor,
+                                   .moment = device_.time().steadyNow()});
     return canvas;
   });
 }

@@ -217,13 +217,13 @@ void Phone::runDeferred() {
 // --- Time ----------------------------------------------------------------------------------------
 
 void Phone::pass(Seconds time) {
-  const WallTime end = device_.time().now() + time;
+  const SteadyTime end = device_.time().steadyNow() + time;
   do {
     runDeferred();
     noticeLock();
     if (onMoment_) onMoment_();
   } while (device_.time().runNextMoment(end));
-  device_.time().advance(end - device_.time().now());
+  device_.time().advance(end - device_.time().steadyNow());
 }
 
 /// The home screen is told at once; applications hear of it when it has reacted.

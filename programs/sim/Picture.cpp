@@ -15,7 +15,7 @@ screen::Painter::Settings settingsFor(simulated::SimulatedDevice& device) {
   return {.style = device.screen().userInterfaceStyle().value_or(UIUserInterfaceStyle::light),
           .glyphKind = device.sensor().isPearlIDCapable ? screen::GlyphKind::face
                                                         : screen::GlyphKind::fingerprint,
-          .moment = device.time().now()};
+          .moment = device.time().steadyNow()};
 }
 
 void paintProcess(Phone& phone, PhoneProcess& process, screen::Canvas& canvas) {

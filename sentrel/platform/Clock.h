@@ -5,11 +5,16 @@
 
 namespace sentrel {
 
-/// The device's wall clock. It may be set back or forward while the system runs.
+/// What the time is.
 class SENTREL_API Clock {
  public:
   virtual ~Clock() = default;
+
+  /// On the device's wall clock, which may be set back or forward while the system runs.
   virtual WallTime now() const = 0;
+
+  /// On a clock that only goes forward, as fast as the delays of the main queue pass.
+  virtual SteadyTime steadyNow() const = 0;
 };
 
 }  // namespace sentrel

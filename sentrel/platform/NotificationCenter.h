@@ -23,7 +23,8 @@ using Observation = std::shared_ptr<void>;
 /// processes, with payload) and local (this process alone).
 ///
 /// Whoever observes the name hears of it on his process's main queue, the poster too, as often as
-/// it was posted and in that order. One that nobody observes is lost.
+/// it was posted and in that order: of a Darwin or distributed one on a later turn, of a local one
+/// before `post` returns. One that nobody observes is lost.
 class SENTREL_API NotificationCenter {
  public:
   using Observer = std::function<void(const Notification&)>;

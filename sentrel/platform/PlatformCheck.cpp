@@ -31,7 +31,7 @@ bool lacksTextSizes(const Platform& platform) {
 
 constexpr Port neededPorts[] = {
     {"mainBundle", "tells which process this is", lacks<&Platform::mainBundle>},
-    {"clock", "ends timed sessions", lacks<&Platform::clock>},
+    {"clock", "ends timed sessions and moves what is animated", lacks<&Platform::clock>},
     {"mainQueue", "runs everything that comes later", lacks<&Platform::mainQueue>},
     {"files", "tells which extensions are installed", lacks<&Platform::files>},
     {"propertyListFiles", "holds the user's settings", lacks<&Platform::propertyListFiles>},

@@ -105,12 +105,12 @@ CAAnimation CAAnimation::pushFromRight(Seconds duration, CATiming timing) {
   return animation;
 }
 
-double CAAnimation::progress(WallTime now) const noexcept {
+double CAAnimation::progress(SteadyTime now) const noexcept {
   if (now >= end()) return 1;
   return timing.progress((now - start) / duration, duration);
 }
 
-CAAnimation::Value CAAnimation::value(WallTime now) const {
+CAAnimation::Value CAAnimation::value(SteadyTime now) const {
   if (values.empty()) return 0.0;
   const auto last = static_cast<double>(values.size() - 1);
   const double position = progress(now) * last;

@@ -54,7 +54,7 @@ struct SENTREL_API CAAnimation {
   /// The rest is filled in where the animation is added to a layer.
   std::string key;
   /// When it begins to run; later than when it was added where there is a delay.
-  WallTime start{};
+  SteadyTime start{};
   /// Set when the animation is taken away before its end. Null where nobody asks.
   std::shared_ptr<bool> interrupted;
 
@@ -62,14 +62,14 @@ struct SENTREL_API CAAnimation {
                                Seconds duration, CATiming timing);
   static CAAnimation pushFromRight(Seconds duration, CATiming timing);
 
-  WallTime end() const noexcept { return start + duration; }
+  SteadyTime end() const noexcept { return start + duration; }
 
   /// The progress at `now`; 0 before the start and 1 from the end on.
-  double progress(WallTime now) const noexcept;
+  double progress(SteadyTime now) const noexcept;
 
   /// The animated property at `now`; 0 for the kind that has no values. System colours are mixed as
   /// they look now.
-  Value value(WallTime now) const;
+  Value value(SteadyTime now) const;
 };
 
 }  // namespace sentrel

@@ -8,17 +8,18 @@
 namespace sentrel {
 namespace {
 
-WallTime now() {
-  return UIApplication::sharedApplication().platform().clock->now();
+SteadyTime now() {
+  return UIApplication::sharedApplication().platform().clock->steadyNow();
 }
 
 void interrupt(const CAAnimation& animation) {
-  if (animation.interrupted && animation.end() > now()) *animation.interrupted = true;
+  if (animation.interrupted) *animation.interrupted = true;
 }
 
 }  // namespace
 
 void CALayer::addAnimation(CAAnimation animation, std::string key, Seconds delay) {
+  dropEnded();
   const auto former = std::ranges::find(animations_, key, &CAAnimation::key);
   if (former != animations_.end() && former->interrupted &&
       former->interrupted == animation.interrupted) {
@@ -32,20 +33,23 @@ void CALayer::addAnimation(CAAnimation animation, std::string key, Seconds delay
   animations_.push_back(std::move(animation));
 }
 
-std::optional<CAAnimation> CALayer::animationForKey(std::string_view key) const {
-  const auto animation = std::ranges::find(animations_, key, &CAAnimation::key);
-  if (animation == animations_.end() || animation->end() <= now()) return std::nullopt;
-  return *animation;
+void CALayer::dropEnded() const {
+  if (animations_.empty()) return;
+  std::erase_if(animations_, [time = now()](const auto& each) { return each.end() <= time; });
 }
 
-std::vector<CAAnimation> CALayer::animations(WallTime time) const {
-  std::vector<CAAnimation> running;
-  std::ranges::copy_if(animations_, std::back_inserter(running),
-                       [time](const CAAnimation& each) { return each.end() > time; });
-  return running;
+const std::vector<CAAnimation>& CALayer::animations() const {
+  dropEnded();
+  return animations_;
+}
+
+std::optional<CAAnimation> CALayer::animationForKey(std::string_view key) const {
+  const auto animation = std::ranges::find(animations(), key, &CAAnimation::key);
+  return animation == animations_.end() ? std::nullopt : std::optional(*animation);
 }
 
 void CALayer::removeAnimationForKey(std::string_view key) {
+  dropEnded();
   const auto animation = std::ranges::find(animations_, key, &CAAnimation::key);
   if (animation == animations_.end()) return;
   interrupt(*animation);
@@ -53,7 +57,7 @@ void CALayer::removeAnimationForKey(std::string_view key) {
 }
 
 void CALayer::removeAllAnimations() {
-  std::ranges::for_each(animations_, interrupt);
+  std::ranges::for_each(animations(), interrupt);
   animations_.clear();
 }
 

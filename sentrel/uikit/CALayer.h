@@ -31,22 +31,22 @@ class SENTREL_API CALayer {
   /// The animation under `key` that has not ended, or none.
   std::optional<CAAnimation> animationForKey(std::string_view key) const;
 
-  /// The animations that have not ended at `time`, in the order in which they were added. One that
-  /// waits for its start shows its first value.
-  std::vector<CAAnimation> animations(WallTime time) const;
-
-  /// Everything ever recorded and neither replaced nor removed, ended or not.
-  const std::vector<CAAnimation>& recordedAnimations() const noexcept { return animations_; }
+  /// The animations that have not ended, in the order in which they were added. One that waits for
+  /// its start shows its first value. The list is good until the layer's next operation.
+  const std::vector<CAAnimation>& animations() const;
 
   void removeAnimationForKey(std::string_view key);
   void removeAllAnimations();
 
  private:
+  void dropEnded() const;
+
   double cornerRadius_ = 0;
   double borderWidth_ = 0;
   std::optional<UIColor> borderColor_;
   bool masksToBounds_ = false;
-  std::vector<CAAnimation> animations_;
+  /// Whoever looks at them drops those that have ended.
+  mutable std::vector<CAAnimation> animations_;
 };
 
 }  // namespace sentrel

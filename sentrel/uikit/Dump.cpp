@@ -83,7 +83,7 @@ void addLayer(Line& line, const UIView& view) {
     line.add("borderColor", quoted(color.description()));
   }
   if (layer.masksToBounds()) line.add("clips");
-  for (const CAAnimation& animation : layer.recordedAnimations())
+  for (const CAAnimation& animation : layer.animations())
     line.add("animation", animation.key);
 }
 

@@ -62,6 +62,10 @@ class SNSimplePasscodeViewTest : public HomeScreenTest {
     return edges;
   }
 
+  static constexpr void (*clearings[])(SNSimplePasscodeView& row) = {
+      [](auto& row) { row._resetTextFields(); }, [](auto& row) { row._denyAccess(); },
+      [](auto& row) { row._resetTextFields(/*delayed=*/false); }};
+
   std::vector<std::string> typed;
   std::shared_ptr<Validator> validator = std::make_shared<Validator>(typed);
   std::shared_ptr<SNSimplePasscodeView> row;
@@ -251,10 +255,14 @@ TEST_F(SNSimplePasscodeViewTest, ClearingTakesTheInputBackAtOnceOrAfterAPause) {
   EXPECT_EQ(focusedField(), nullptr);
   advance(0.002);
   EXPECT_EQ(focusedField(), field());
-  row->_resetTextFields();
-  dropRow();
-  device.time().runUntilIdle();
-  EXPECT_EQ(focusedField(), nullptr) << "a row that is gone is not missed";
+  for (const auto& clear : clearings) {
+    makeRow();
+    clear(*row);
+    const std::weak_ptr<UIView> weakRow = row;
+    dropRow();
+    EXPECT_TRUE(weakRow.expired()) << "nothing waits for a row that is gone";
+    device.time().runUntilIdle();
+  }
 }
 
 TEST_F(SNSimplePasscodeViewTest, DenialForgetsTheDigitsAndShakesEveryBoxOnce) {
@@ -266,7 +274,7 @@ TEST_F(SNSimplePasscodeViewTest, DenialForgetsTheDigitsAndShakesEveryBoxOnce) {
   EXPECT_EQ(masks(), "------");
   EXPECT_EQ(focusedField(), field());
   for (const auto& each : row->digitTextFieldsArray()) {
-    const auto& recorded = each->layer().recordedAnimations();
+    const auto& recorded = each->layer().animations();
     ASSERT_THAT(recorded, SizeIs(1));
     EXPECT_EQ(recorded[0].key, "shake");
     EXPECT_EQ(recorded[0].keyPath, "transform.translation.x");
@@ -316,7 +324,7 @@ class BorrowedKeyboard : public SNSimplePasscodeViewTest {
   void makeKeyboard() {
     static const UIClass windowClass("UIRemoteKeyboardWindow", &UIWindow::staticClass());
     static const UIClass containerClass("UIInputSetContainerView", &UIView::staticClass());
-    keyboard = std::make_shared<UIView>(CGRectMake(3, 451, 375, 216), containerClass);
+    keyboard = std::make_shared<UIView>(CGRectMake(3, 12, 375, 216), containerClass);
     keyboardWindow = showInWindow(keyboard, windowClass);
   }
 
@@ -363,12 +371,42 @@ TEST_F(BorrowedKeyboard, ComesUpAfterTheDelayOfItsKind) {
     advance(each.seconds * 0.02);
     EXPECT_EQ(keyboard->alpha(), 1);
     EXPECT_EQ(keyboard->frame(), CGRectMake(3, 451, 375, 216));
-    const auto& recorded = keyboard->layer().recordedAnimations();
+    const auto& recorded = keyboard->layer().animations();
     ASSERT_THAT(recorded, SizeIs(each.animated ? 1 : 0));
     if (!each.animated) continue;
     EXPECT_EQ(recorded[0].duration, Seconds(0.3));
     EXPECT_EQ(std::get<CGRect>(recorded[0].values.front()), CGRectMake(3, 667, 375, 216));
   }
+}
+
+TEST_F(BorrowedKeyboard, ComesUpAtOnceAndInPlaceWhenTheRowIsCleared) {
+  for (const bool hasInput : {true, false})
+    for (const auto& clear : clearings) {
+      openOn("9.3");
+      if (hasInput) field()->becomeFirstResponder();
+      clear(*row);
+      advance(hasInput || clear == clearings[2] ? 0 : 0.1);
+      EXPECT_EQ(row->hackyKB(), keyboard);
+      advance(0.0099);
+      EXPECT_EQ(keyboard->alpha(), 0);
+      advance(0.0002);
+      EXPECT_EQ(keyboard->alpha(), 1);
+      EXPECT_EQ(keyboard->frame().origin.y, 451);
+      EXPECT_THAT(keyboard->layer().animations(), SizeIs(0));
+    }
+}
+
+TEST_F(BorrowedKeyboard, IsBorrowedOnceUntilItIsGivenBack) {
+  row->showKeyboard();
+  device.time().runUntilIdle();
+  row->showKeyboard();
+  EXPECT_EQ(row->hackyKB(), keyboard);
+  EXPECT_EQ(keyboard->alpha(), 1);
+  row->hideKeyboard();
+  keyboardWindow->addSubview(keyboard);  // as the system does when a field is edited again
+  row->showKeyboard();
+  device.time().runUntilIdle();
+  EXPECT_EQ(keyboard->superview(), bulletin) << "hidden and shown in one turn";
 }
 
 TEST_F(BorrowedKeyboard, GoesWithTheInputAndWithTheSystemsKeyboard) {
@@ -383,9 +421,7 @@ TEST_F(BorrowedKeyboard, GoesWithTheInputAndWithTheSystemsKeyboard) {
   openOn("9.3");
   row->showKeyboard();
   field()->resignFirstResponder();
-  EXPECT_EQ(row->hackyKB(), keyboard);
-  device.time().runDue();
-  EXPECT_EQ(row->hackyKB(), nullptr);
+  EXPECT_EQ(row->hackyKB(), nullptr) << "in the same turn";
 }
 
 TEST_F(BorrowedKeyboard, MissingWindowsAreDoneWithout) {
@@ -406,7 +442,9 @@ TEST_F(BorrowedKeyboard, MissingWindowsAreDoneWithout) {
 
 TEST_F(BorrowedKeyboard, RowThatIsGoneBeforeTheDelayLeavesTheKeyboardAlone) {
   row->showKeyboard();
+  const std::weak_ptr<UIView> weakRow = row;
   dropRow();
+  EXPECT_TRUE(weakRow.expired());
   device.time().runUntilIdle();
   EXPECT_EQ(keyboard->alpha(), 0);
 }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "device/loop/RunLoop.h"
+#include "device/loop/SystemClock.h"
 #include "device/simulated/SimulatedDevice.h"
 #include "tests/support/BusTesting.h"
 
@@ -17,6 +18,7 @@ namespace {
 class Simulated {
  public:
   MainQueue& queue() { return *process_->process().platform().mainQueue; }
+  const Clock& clock() { return device_.time(); }
   void runUntil(const std::function<bool()>&) { device_.time().advance(Seconds(1)); }
 
  private:
@@ -27,10 +29,12 @@ class Simulated {
 class Real {
  public:
   MainQueue& queue() { return loop_; }
+  const Clock& clock() { return clock_; }
   void runUntil(const std::function<bool()>& condition) { bus::runUntil(loop_, condition); }
 
  private:
   loop::RunLoop loop_;
+  loop::SystemClock clock_;
 };
 
 template <class Implementation>
@@ -85,6 +89,17 @@ TYPED_TEST(MainQueues, TakeBlocksFromEveryThread) {
       });
   }
   this->expectOrder(std::string(200, 'a'));
+}
+
+TYPED_TEST(MainQueues, DelaysPassOnTheSteadyClock) {
+  const SteadyTime start = this->device_.clock().steadyNow();
+  Seconds passed{};
+  this->queue_.after(Seconds(0.01), [&] {
+    passed = this->device_.clock().steadyNow() - start;
+    this->noting('a')();
+  });
+  this->expectOrder("a");
+  EXPECT_GT(passed, Seconds(0.0099));
 }
 
 }  // namespace

@@ -11,7 +11,7 @@ class GlyphPainting : public ScreenTest {
 
   Canvas paintAs(GlyphKind kind) {
     Canvas canvas({63, 63}, 1);
-    painter_.paint(*glyph_, canvas, {.glyphKind = kind, .moment = device_.time().now()});
+    painter_.paint(*glyph_, canvas, {.glyphKind = kind, .moment = device_.time().steadyNow()});
     return canvas;
   }
   Canvas paintState(std::int64_t state, GlyphKind kind) {

@@ -91,7 +91,7 @@ class ScreenTest : public UIKitTest {
   /// `view` on an empty canvas of 100 by 100 points at scale 1, as it stands now.
   Canvas paint(const UIView& view, UIUserInterfaceStyle style = UIUserInterfaceStyle::light) {
     Canvas canvas({100, 100}, 1);
-    painter_.paint(view, canvas, {.style = style, .moment = device_.time().now()});
+    painter_.paint(view, canvas, {.style = style, .moment = device_.time().steadyNow()});
     return canvas;
   }
 

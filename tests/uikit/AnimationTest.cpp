@@ -8,7 +8,7 @@ using Curve = CATiming::Curve;
 
 class Animation : public UIKitTest {
  protected:
-  WallTime now() { return device_.time().now(); }
+  SteadyTime now() { return device_.time().steadyNow(); }
 
   double valueOf(const char* key) {
     const auto animation = view_->layer().animationForKey(key);
@@ -24,13 +24,13 @@ TEST_F(Animation, SetsTheEndStateAtOnceAndRecordsTheWay) {
     view_->setAlpha(1);
   });
   EXPECT_EQ(view_->frame(), CGRectMake(0, 60, 50, 50));
-  const auto records = view_->layer().animations(now());
+  const auto records = view_->layer().animations();
   ASSERT_EQ(records.size(), 1u) << "alpha did not change";
   EXPECT_EQ(records[0].keyPath, "frame");
   device_.time().advance(Seconds(0.15));
   EXPECT_NEAR(std::get<CGRect>(records[0].value(now())).origin.y, 80, 1e-3);
   device_.time().advance(Seconds(0.15));
-  EXPECT_TRUE(view_->layer().animations(now()).empty());
+  EXPECT_TRUE(view_->layer().animations().empty());
 }
 
 TEST_F(Animation, SeveralChangesInOneRunAreOneWayAndThoseOutsideAreNone) {
@@ -40,7 +40,7 @@ TEST_F(Animation, SeveralChangesInOneRunAreOneWayAndThoseOutsideAreNone) {
     view_->setAlpha(0);
   });
   view_->setTransform(CGAffineTransform::makeTranslation(1, 0));
-  ASSERT_EQ(view_->layer().recordedAnimations().size(), 1u);
+  ASSERT_EQ(view_->layer().animations().size(), 1u);
   EXPECT_EQ(valueOf("alpha"), 0.7);
   device_.time().advance(Seconds(0.5));
   EXPECT_NEAR(valueOf("alpha"), 0.35, 1e-3);
@@ -93,6 +93,19 @@ TEST_F(Animation, IsFinishedWhenTheNextBeginsInTheMomentOfItsEnd) {
   EXPECT_TRUE(finished);
 }
 
+TEST_F(Animation, RunsWhateverTheWallClockIsSetTo) {
+  for (const double shift : {-3600.0, 3600.0}) {
+    view_->setAlpha(1);
+    UIView::animateWithDuration(Seconds(1), [this] { view_->setAlpha(0); });
+    device_.time().setWallClock(device_.time().now() + Seconds(shift));
+    device_.time().advance(Seconds(0.5));
+    EXPECT_NEAR(valueOf("alpha"), 0.5, 1e-3);
+    device_.time().advance(Seconds(0.5));
+    device_.time().setWallClock(device_.time().now() + Seconds(shift));
+    EXPECT_TRUE(view_->layer().animations().empty());
+  }
+}
+
 TEST_F(Animation, KeyframesRunThroughTheirValues) {
   view_->layer().addAnimation(
       CAAnimation::keyframes("transform.translation.x", {-12, 12, -12, 12, -6, 6, -3, 3, 0},
@@ -105,7 +118,7 @@ TEST_F(Animation, KeyframesRunThroughTheirValues) {
   }
   device_.time().advance(Seconds(2.01 * step));
   EXPECT_EQ(view_->layer().animationForKey("shake"), std::nullopt);
-  EXPECT_EQ(view_->layer().recordedAnimations().size(), 1u) << "the record stays";
+  EXPECT_TRUE(view_->layer().animations().empty());
 }
 
 TEST_F(Animation, ProgressFollowsTheTiming) {
