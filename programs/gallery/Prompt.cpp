@@ -35,7 +35,7 @@ Prompt::~Prompt() {
 SNAuthenticationView& Prompt::content() {
   return stage_.options().legacyAlerts
              ? *SNAuthenticationView::sharedInstance()
-             : SNAuthenticationViewController::sharedInstance()->authenticationView();
+             : *SNAuthenticationViewController::sharedInstance()->authenticationView();
 }
 
 UIView& Prompt::alertView() {

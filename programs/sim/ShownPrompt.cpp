@@ -31,12 +31,12 @@ void addPresented(PhoneProcess& process, const UIViewController* controller,
     if (!alert) continue;
     const auto content =
         std::dynamic_pointer_cast<SNAuthenticationViewController>(alert->contentViewController());
-    if (!content) continue;
+    const auto view = content ? content->authenticationView() : nullptr;
+    if (!view) continue;
     std::vector<std::string> buttons;
     for (const auto& action : alert->actions())
       buttons.push_back(action->title());
-    prompts.push_back(
-        describe(process, alert->view(), content->authenticationView(), std::move(buttons)));
+    prompts.push_back(describe(process, alert->view(), *view, std::move(buttons)));
   }
 }
 

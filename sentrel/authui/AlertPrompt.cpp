@@ -87,13 +87,12 @@ std::shared_ptr<UIView> AlertPrompt::shakenView() const {
 }
 
 std::shared_ptr<SNAuthenticationView> AlertPrompt::viewInUse() const {
-  const auto content = content_();
-  return {content, &content->authenticationView()};
+  return content_()->authenticationView();
 }
 
 void AlertPrompt::animateGlyph(GlyphState state, bool animated, Completion completion) {
-  viewInUse()->animateFingerPrintActions(static_cast<std::int64_t>(state), animated,
-                                         std::move(completion));
+  content_()->animateFingerPrintActions(static_cast<std::int64_t>(state), animated,
+                                        std::move(completion));
 }
 
 void AlertPrompt::keepVisible() const {

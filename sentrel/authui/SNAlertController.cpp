@@ -38,6 +38,7 @@ bool SNAlertController::handleDismissAnimated(
     bool /*animated*/, const std::shared_ptr<UIAlertAction>& triggeringAction, bool checkForIOS9) {
   if (checkForIOS9 && SNUtils::isIOS9()) return true;
   if (!triggeringAction || !isSwitchButton(*triggeringAction)) return true;
+  const auto self = shared_from_this();  // the handler may let go of the last owner
   if (flip(triggeringAction)) reloadActionsLater();
   return false;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "sentrel/authui/PromptColors.h"
 #include "sentrel/bridge/Bridge.h"
 #include "sentrel/effects/Constraints.h"
 #include "sentrel/settings/PasscodeCipher.h"
@@ -38,16 +39,8 @@ std::shared_ptr<UIView> SNAuthenticationView::self() {
   return std::static_pointer_cast<UIView>(shared_from_this());
 }
 
-UIColor SNAuthenticationView::titleColor() const {
-  return bridge_.isDarkModeEnabled() ? UIColor::labelColor() : UIColor::darkGrayColor();
-}
-
-UIColor SNAuthenticationView::messageColor() const {
-  return bridge_.isDarkModeEnabled() ? UIColor::secondaryLabelColor() : UIColor::darkGrayColor();
-}
-
-UIColor SNAuthenticationView::glyphColor() const {
-  return bridge_.isDarkModeEnabled() ? UIColor::secondaryLabelColor() : UIColor::grayColor();
+PromptColors SNAuthenticationView::presentColors() const {
+  return PromptColors::of(bridge_.isDarkModeEnabled());
 }
 
 /// Brings in the framework that has the glyph's class; it moved from one system to the next.
@@ -64,13 +57,14 @@ void SNAuthenticationView::loadGlyphClass() {
 // --- Building ----------------------------------------------------------------------------------
 
 void SNAuthenticationView::setupUI() {
-  addGlyphView();
-  addPasscodeView();
-  addTitleLabel();
-  addMessageLabel();
+  const PromptColors colors = presentColors();
+  addGlyphView(colors.glyph);
+  addPasscodeView(colors.digits);
+  addTitleLabel(colors.title);
+  addMessageLabel(colors.message);
 }
 
-void SNAuthenticationView::addGlyphView() {
+void SNAuthenticationView::addGlyphView(const UIColor& color) {
   using enum NSLayoutAttribute;
   loadGlyphClass();
   glyphView_ = PKGlyphView::initWithStyle(glyphStyle);
@@ -78,7 +72,7 @@ void SNAuthenticationView::addGlyphView() {
   glyphViewHeightConstraint_ = constantConstraint({glyphView_, height}, glyphSize);
   if (!glyphView_) return;
   glyphView_->setFrame(CGRectMake(0, 0, glyphSize, glyphSize));
-  setupGlyphViewTheme();
+  colorGlyph(color);
   addSubview(glyphView_);
   constrain(*this, {glyphView_, centerX}, {self(), centerX});
   constrain(*this, {glyphView_, top}, {self(), top});
@@ -87,20 +81,24 @@ void SNAuthenticationView::addGlyphView() {
 }
 
 void SNAuthenticationView::setupGlyphViewTheme() {
+  if (glyphView_) colorGlyph(presentColors().glyph);
+}
+
+void SNAuthenticationView::colorGlyph(const UIColor& color) {
   if (!glyphView_) return;
   if (glyphView_->setColorMode) glyphView_->setColorMode(0, /*animated=*/false);
   if (glyphView_->setPrimaryColor)
-    glyphView_->setPrimaryColor(glyphColor());
+    glyphView_->setPrimaryColor(color);
   else if (glyphView_->_setPrimaryColor)
-    glyphView_->_setPrimaryColor(glyphColor(), /*animated=*/false);
+    glyphView_->_setPrimaryColor(color, /*animated=*/false);
 }
 
-void SNAuthenticationView::addPasscodeView() {
+void SNAuthenticationView::addPasscodeView(const UIColor& color) {
   using enum NSLayoutAttribute;
   passcodeView_ = SNSimplePasscodeView::initWithFrame({});
   passcodeView_->setDigitsCount(passcodeLength);
   passcodeView_->setDelegate(std::static_pointer_cast<SNAuthenticationView>(shared_from_this()));
-  passcodeView_->setupDigitFields();
+  passcodeView_->setupDigitFields(color);
   addSubview(passcodeView_);
   constrain(*this, {passcodeView_, centerX}, {self(), centerX});
   constrain(*this, {passcodeView_, top}, {self(), top});
@@ -127,9 +125,9 @@ std::shared_ptr<UILabel> SNAuthenticationView::addLabel(const UIFont& font, cons
   return label;
 }
 
-void SNAuthenticationView::addTitleLabel() {
+void SNAuthenticationView::addTitleLabel(const UIColor& color) {
   using enum NSLayoutAttribute;
-  titleLabel_ = addLabel(UIFont::boldSystemFontOfSize(17), "My Title", titleColor());
+  titleLabel_ = addLabel(UIFont::boldSystemFontOfSize(17), "My Title", color);
   if (glyphView_)
     constrain(*this, {titleLabel_, top}, {glyphView_, bottom}, 1, gap);
   else
@@ -137,10 +135,10 @@ void SNAuthenticationView::addTitleLabel() {
   titleLabelHeightConstraint_ = constantConstraint({titleLabel_, height}, 25);
 }
 
-void SNAuthenticationView::addMessageLabel() {
+void SNAuthenticationView::addMessageLabel(const UIColor& color) {
   using enum NSLayoutAttribute;
-  messageLabel_ = addLabel(UIFont::systemFontOfSize(14),
-                           bridge_.authenticationMessage().value_or(""), messageColor());
+  messageLabel_ =
+      addLabel(UIFont::systemFontOfSize(14), bridge_.authenticationMessage().value_or(""), color);
   constrain(*this, {messageLabel_, top}, {titleLabel_, bottom}, 1, gap);
   messageLabelHeightConstraint_ = constantConstraint({messageLabel_, height}, 25);
 }
@@ -149,13 +147,14 @@ void SNAuthenticationView::addMessageLabel() {
 
 void SNAuthenticationView::setup(const std::optional<std::string>& title,
                                  const std::optional<std::string>& message) {
+  const PromptColors colors = presentColors();
   passcodeView_->reset();
-  titleLabel_->setTextColor(titleColor());
+  titleLabel_->setTextColor(colors.title);
   fill(*titleLabel_, *titleLabelHeightConstraint_, title);
-  messageLabel_->setTextColor(messageColor());
+  messageLabel_->setTextColor(colors.message);
   fill(*messageLabel_, *messageLabelHeightConstraint_, message);
   if (bridge_.canUseAlertView()) resizeForAlertView();
-  setupGlyphViewTheme();
+  colorGlyph(colors.glyph);
 }
 
 void SNAuthenticationView::fill(UILabel& label, NSLayoutConstraint& height,

@@ -17,6 +17,7 @@ namespace sentrel {
 
 class Bridge;
 class SNSettings;
+struct PromptColors;
 
 /// What a prompt asks for. Other values can be stored and mean nothing.
 using SNAuthenticationMode = std::int64_t;
@@ -112,14 +113,13 @@ class SENTREL_API SNAuthenticationView : public UIView, public SNSimplePasscodeV
       : UIView(frame, staticClass()), bridge_(bridge), settings_(settings) {}
 
   void loadGlyphClass();
-  UIColor titleColor() const;
-  UIColor messageColor() const;
-  UIColor glyphColor() const;
+  PromptColors presentColors() const;
   void setupUI();
-  void addGlyphView();
-  void addPasscodeView();
-  void addTitleLabel();
-  void addMessageLabel();
+  void addGlyphView(const UIColor& color);
+  void addPasscodeView(const UIColor& color);
+  void addTitleLabel(const UIColor& color);
+  void addMessageLabel(const UIColor& color);
+  void colorGlyph(const UIColor& color);
   std::shared_ptr<UILabel> addLabel(const UIFont& font, const std::string& text,
                                     const UIColor& color);
   void fill(UILabel& label, NSLayoutConstraint& height, const std::optional<std::string>& text);

@@ -10,62 +10,63 @@ std::shared_ptr<SNAuthenticationViewController> SNAuthenticationViewController::
 
 void SNAuthenticationViewController::loadView() {
   UIViewController::loadView();
-  authenticationView_ = SNAuthenticationView::initWithFrame();
-  setView(authenticationView_);
-  authenticationView_->setDelegate(
-      std::static_pointer_cast<SNAuthenticationViewController>(shared_from_this()));
+  const auto view = SNAuthenticationView::initWithFrame();
+  setView(view);
+  view->setDelegate(std::static_pointer_cast<SNAuthenticationViewController>(shared_from_this()));
 }
 
-SNAuthenticationView& SNAuthenticationViewController::authenticationView() {
-  view();
-  return *authenticationView_;
+std::shared_ptr<SNAuthenticationView> SNAuthenticationViewController::authenticationView() {
+  return std::dynamic_pointer_cast<SNAuthenticationView>(view());
 }
 
 CGSize SNAuthenticationViewController::preferredContentSize() {
+  const auto view = authenticationView();
   return {UIViewController::preferredContentSize().width,
-          authenticationView().preferredContentHeight()};
+          view ? view->preferredContentHeight() : 0};
 }
 
 SNAuthenticationMode SNAuthenticationViewController::currentAuthenticationMode() {
-  return authenticationView().currentAuthenticationMode();
+  const auto view = authenticationView();
+  return view ? view->currentAuthenticationMode() : 0;
 }
 
 void SNAuthenticationViewController::setCurrentAuthenticationMode(SNAuthenticationMode mode) {
-  authenticationView().setCurrentAuthenticationMode(mode);
+  if (const auto view = authenticationView()) view->setCurrentAuthenticationMode(mode);
 }
 
 void SNAuthenticationViewController::setup(const std::optional<std::string>& title,
                                            const std::optional<std::string>& message) {
-  authenticationView().setup(title, message);
+  if (const auto view = authenticationView()) view->setup(title, message);
 }
 
 void SNAuthenticationViewController::animateFingerPrintActions(
     std::int64_t state, bool animated, PKGlyphView::Completion completionHandler) {
-  authenticationView().animateFingerPrintActions(state, animated, std::move(completionHandler));
+  if (const auto view = authenticationView())
+    view->animateFingerPrintActions(state, animated, std::move(completionHandler));
 }
 
 void SNAuthenticationViewController::showKeyboard() {
-  authenticationView().showKeyboard();
+  if (const auto view = authenticationView()) view->showKeyboard();
 }
 
 void SNAuthenticationViewController::hideKeyboard() {
-  authenticationView().hideKeyboard();
+  if (const auto view = authenticationView()) view->hideKeyboard();
 }
 
 void SNAuthenticationViewController::switchToPasscodeView() {
-  authenticationView().switchToPasscodeView();
+  if (const auto view = authenticationView()) view->switchToPasscodeView();
 }
 
 void SNAuthenticationViewController::switchToGlyphView() {
-  authenticationView().switchToGlyphView();
+  if (const auto view = authenticationView()) view->switchToGlyphView();
 }
 
 void SNAuthenticationViewController::toggleAuthenticationModes() {
-  authenticationView().toggleAuthenticationModes();
+  if (const auto view = authenticationView()) view->toggleAuthenticationModes();
 }
 
 void SNAuthenticationViewController::resetPasscodeState() {
-  authenticationView().resetPasscodeState();
+  if (const auto view = authenticationView()) view->resetPasscodeState();
 }
 
 void SNAuthenticationViewController::passcodeMatchedSuccessfully() {

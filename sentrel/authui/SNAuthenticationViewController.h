@@ -27,8 +27,9 @@ class SENTREL_API SNAuthenticationViewController : public UIViewController,
   void loadView() override;
   CGSize preferredContentSize() override;
 
-  /// The controller's view, loaded now if it was not.
-  SNAuthenticationView& authenticationView();
+  /// The controller's view, loaded now if it was not. Null where it was given a view of another
+  /// kind: nothing is forwarded then, and there is neither a mode nor a height.
+  std::shared_ptr<SNAuthenticationView> authenticationView();
 
   std::shared_ptr<SNAuthenticationDelegate> delegate() const { return delegate_.lock(); }
   void setDelegate(std::weak_ptr<SNAuthenticationDelegate> delegate) {
@@ -51,7 +52,6 @@ class SENTREL_API SNAuthenticationViewController : public UIViewController,
   void passcodeNotMatched() override;
 
  private:
-  std::shared_ptr<SNAuthenticationView> authenticationView_;
   std::weak_ptr<SNAuthenticationDelegate> delegate_;
 };
 

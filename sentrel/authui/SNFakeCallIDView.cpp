@@ -6,26 +6,25 @@
 namespace sentrel {
 namespace {
 
-UIColor colorOr(const UIColor& darkModeColor) {
-  return SNUtils::isDarkModeEnabled() ? darkModeColor : UIColor::colorWithWhite(1, 0.8);
-}
+struct Colors {
+  UIColor name;
+  UIColor detail;
+};
 
-UIColor nameColor() {
-  return colorOr(UIColor::labelColor());
-}
-
-UIColor detailColor() {
-  return colorOr(UIColor::secondaryLabelColor());
+/// Asks once for all lines: the home screen may have to be asked.
+Colors presentColors() {
+  if (SNUtils::isDarkModeEnabled()) return {UIColor::labelColor(), UIColor::secondaryLabelColor()};
+  return {UIColor::colorWithWhite(1, 0.8), UIColor::colorWithWhite(1, 0.8)};
 }
 
 }  // namespace
 
-SNFakeCallIDView::SNFakeCallIDView(const CGRect& frame)
-    : UIView(frame, staticClass()),
-      callerNameLabel_(createLabel(
-          nameColor(), SNUtils::isIOS11() ? UIFontTextStyle::largeTitle : UIFontTextStyle::title1)),
-      callerIDLabel_(createLabel(detailColor(), UIFontTextStyle::subheadline)),
-      sentrelCopyLabel_(createLabel(detailColor(), UIFontTextStyle::footnote)) {
+SNFakeCallIDView::SNFakeCallIDView(const CGRect& frame) : UIView(frame, staticClass()) {
+  const auto [nameColor, detailColor] = presentColors();
+  callerNameLabel_ = createLabel(
+      nameColor, SNUtils::isIOS11() ? UIFontTextStyle::largeTitle : UIFontTextStyle::title1);
+  callerIDLabel_ = createLabel(detailColor, UIFontTextStyle::subheadline);
+  sentrelCopyLabel_ = createLabel(detailColor, UIFontTextStyle::footnote);
   sentrelCopyLabel_->setTextAlignment(NSTextAlignment::right);
   sentrelCopyLabel_->setAlpha(0.6);
   addSubview(callerNameLabel_);
@@ -61,9 +60,10 @@ void SNFakeCallIDView::layoutSubviews() {
 }
 
 void SNFakeCallIDView::updateData() {
-  callerNameLabel_->setTextColor(nameColor());
-  callerIDLabel_->setTextColor(detailColor());
-  sentrelCopyLabel_->setTextColor(detailColor());
+  const auto [nameColor, detailColor] = presentColors();
+  callerNameLabel_->setTextColor(nameColor);
+  callerIDLabel_->setTextColor(detailColor);
+  sentrelCopyLabel_->setTextColor(detailColor);
   const SNSettings& settings = SNSettings::sharedSettings();
   callerNameLabel_->setText(settings.callerNameText());
   callerIDLabel_->setText(settings.callerLabelText());

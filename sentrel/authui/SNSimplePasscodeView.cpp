@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "sentrel/authui/PromptColors.h"
 #include "sentrel/bridge/Bridge.h"
 #include "sentrel/effects/Constraints.h"
 #include "sentrel/platform/SecretText.h"
@@ -54,12 +55,16 @@ std::weak_ptr<SNSimplePasscodeView> SNSimplePasscodeView::weakSelf() {
 // --- Boxes -------------------------------------------------------------------------------------
 
 void SNSimplePasscodeView::setupDigitFields() {
+  setupDigitFields(PromptColors::of(bridge_.isDarkModeEnabled()).digits);
+}
+
+void SNSimplePasscodeView::setupDigitFields(const UIColor& color) {
   removeFields();
   for (std::int64_t made = 0; made < digitsCount_; ++made) {
-    digitTextFields_.push_back(makeField());
+    digitTextFields_.push_back(makeField(color));
     addSubview(digitTextFields_.back());
   }
-  passcodeTextField_ = makeField();
+  passcodeTextField_ = makeField(color);
   passcodeTextField_->setText("");
   passcodeTextField_->setHidden(/*hidden=*/true);
   addSubview(passcodeTextField_);
@@ -73,13 +78,12 @@ void SNSimplePasscodeView::removeFields() {
   if (passcodeTextField_) passcodeTextField_->removeFromSuperview();
 }
 
-std::shared_ptr<UITextField> SNSimplePasscodeView::makeField() {
+std::shared_ptr<UITextField> SNSimplePasscodeView::makeField(const UIColor& color) {
   auto field = std::make_shared<UITextField>();
   field->setBackgroundColor(UIColor::clearColor());
   field->setTextAlignment(NSTextAlignment::center);
   field->setText("—");
-  field->setTextColor(bridge_.isDarkModeEnabled() ? UIColor::labelColor()
-                                                  : UIColor::colorWithWhite(0.31, 1));
+  field->setTextColor(color);
   field->setFont(UIFont::fontWithName("AvenirNext-Regular", isPad() ? 49.5 : 33));
   field->setDelegate(weakSelf());
   field->setSecureTextEntry(/*value=*/false);
@@ -177,8 +181,9 @@ void SNSimplePasscodeView::_resetTextFields(bool delayed) {
   const bool hasInput = passcodeTextField_ && passcodeTextField_->isFirstResponder();
   if (delayed && !hasInput)
     bridge_.platform().mainQueue->after(refocusDelay, [weakView = weakSelf()] {
-      if (const auto self = weakView.lock())
-        self->showKeyboard(/*animated=*/false, /*delay=*/false);
+      const auto self = weakView.lock();
+      // The user may have left the row before the verdict on what he typed came.
+      if (self && !self->isHidden()) self->showKeyboard(/*animated=*/false, /*delay=*/false);
     });
   else
     showKeyboard(/*animated=*/false, /*delay=*/false);

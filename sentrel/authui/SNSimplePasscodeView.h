@@ -62,8 +62,10 @@ class SENTREL_API SNSimplePasscodeView : public UIView, public UITextFieldDelega
   /// The system's keyboard view while it is borrowed, else null.
   const std::shared_ptr<UIView>& hackyKB() const noexcept { return hackyKB_; }
 
-  /// Makes the boxes and the hidden field, in place of those that are there.
+  /// Makes the boxes and the hidden field, in place of those that are there, in the colour of the
+  /// present appearance or in `color`.
   void setupDigitFields();
+  void setupDigitFields(const UIColor& color);
 
   /// Adds the constraints that lay the boxes out.
   void updateViewConstraints();
@@ -73,7 +75,7 @@ class SENTREL_API SNSimplePasscodeView : public UIView, public UITextFieldDelega
   void reset();
 
   /// Forgets what was typed and takes the input back: at once, or with `delayed` after 0.1 s where
-  /// the hidden field has lost it.
+  /// the hidden field has lost it, unless the row is hidden by then.
   void _resetTextFields(bool delayed = true);
 
   /// Forgets what was typed and shakes every box.
@@ -100,7 +102,7 @@ class SENTREL_API SNSimplePasscodeView : public UIView, public UITextFieldDelega
   std::weak_ptr<SNSimplePasscodeView> weakSelf();
   double leftInset() const;
   bool isKeyboardCovered() const;
-  std::shared_ptr<UITextField> makeField();
+  std::shared_ptr<UITextField> makeField(const UIColor& color);
   void removeFields();
   void constrainBoxes();
   void constrainHiddenField();

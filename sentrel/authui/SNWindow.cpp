@@ -28,8 +28,8 @@ void SNWindow::presentViewController(const std::shared_ptr<UIViewController>& vi
                                      bool animated,
                                      UIViewController::Completion completionHnadler) {
   setHidden(/*hidden=*/false);
-  rootViewController()->presentViewController(viewController, animated,
-                                              std::move(completionHnadler));
+  if (const auto root = rootViewController())
+    root->presentViewController(viewController, animated, std::move(completionHnadler));
 }
 
 void SNWindow::closeWindow() {

@@ -26,6 +26,7 @@ class SENTREL_API SNWindow : public UIWindow {
   void setForceVisible(bool value) noexcept { forceVisible_ = value; }
 
   /// The last name is spelled as its callers have always spelled it. The completion may be empty.
+  /// Without a root view controller the window only shows itself.
   void presentViewController(const std::shared_ptr<UIViewController>& viewController, bool animated,
                              UIViewController::Completion completionHnadler);
 

@@ -106,6 +106,7 @@ void UIAlertController::hidePresentedView() {
 void UIAlertController::tap(const std::shared_ptr<UIAlertAction>& action) {
   if (!_isPresented() || std::ranges::find(actions_, action) == actions_.end()) return;
   if (!action->isEnabled()) return;
+  const auto self = shared_from_this();  // a handler may let go of the last owner
   switch (UIApplication::sharedApplication().alertDismissal()) {
     case UIAlertDismissal::withAction:
       return _dismissWithAction(action);

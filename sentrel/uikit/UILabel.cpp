@@ -34,6 +34,7 @@ void UILabel::setNumberOfLines(int lines) {
 }
 
 std::optional<CGSize> UILabel::intrinsicContentSize(double maxWidth) const {
+  if (text_.empty()) return CGSize();
   return contentSize(sizeOfText(text_, font_, maxWidth), font_, numberOfLines_);
 }
 

@@ -49,6 +49,29 @@ TEST_F(SNWindowTest, ShowsItselfWithEveryPresentation) {
   EXPECT_TRUE(completed);
 }
 
+TEST_F(SNWindowTest, WithoutARootControllerOnlyShowsItself) {
+  const auto window = SNWindow::sharedInstance();
+  window->closeWindow();
+  window->setRootViewController(nullptr);
+  window->presentViewController(std::make_shared<UIViewController>(), /*animated=*/true, {});
+  EXPECT_FALSE(window->isHidden());
+}
+
+TEST_F(SNWindowTest, StartsAnewAtASecondInitialize) {
+  const auto window = SNWindow::sharedInstance();
+  const auto root = window->rootViewController();
+  const std::string atFirst = dump(*window);
+  window->setForceVisible(true);
+  window->setWindowLevel(7);
+  window->setHidden(true);
+  window->setAlpha(0.5);
+  window->setBackgroundColor(std::nullopt);
+  window->initialize();
+  EXPECT_EQ(dump(*window), atFirst);
+  EXPECT_FALSE(window->isForceVisible());
+  EXPECT_NE(window->rootViewController(), root);
+}
+
 // --- The alert controller ----------------------------------------------------------------------
 
 std::shared_ptr<SNAlertController> newAlert() {
@@ -186,20 +209,65 @@ TEST_F(SNAlertControllerTest, EveryEntryPointOfTheSystemObeysTheRule) {
   }
 }
 
-TEST_F(SNAlertControllerTest, DismissalClosesTheOverlayWindow) {
+TEST_F(SNAlertControllerTest, DismissalClosesTheOverlayWindowUnlessItIsForced) {
+  for (const bool isForced : {false, true}) {
+    alert = newAlert();
+    present();
+    EXPECT_TRUE(alert->isAlertPresented());
+    SNWindow::sharedInstance()->setForceVisible(isForced);
+    alert->dismissViewControllerAnimated(false, {});
+    EXPECT_EQ(SNWindow::sharedInstance()->isHidden(), !isForced);
+    EXPECT_FALSE(alert->isAlertPresented());
+  }
+}
+
+TEST_F(SNAlertControllerTest, AnimationAndCompletionAreHandedOn) {
+  bool isOver = false;
+  const auto done = [&isOver] { isOver = true; };
+  const auto action =
+      UIAlertAction::actionWithTitle("Cancel", Style::cancel, [&done](const auto&) { done(); });
+  const std::function<void(bool animated)> operations[] = {
+      [&](bool animated) {
+        SNWindow::sharedInstance()->initialize();
+        SNWindow::sharedInstance()->presentViewController(alert, animated, done);
+      },
+      [&](bool animated) { alert->dismissViewControllerAnimated(animated, done); },
+      [&](bool animated) { alert->_dismissAnimated(animated, action); },
+      [&](bool animated) { alert->_dismissAnimated(animated, nullptr, false, done); }};
+  for (const auto& operation : operations)
+    for (const bool animated : {true, false}) {
+      isOver = false;
+      alert = newAlert();
+      operation(animated);
+      device.time().runDue();
+      EXPECT_NE(isOver, animated);
+      device.time().advance(UIViewController::transitionDuration);
+      EXPECT_TRUE(isOver);
+    }
+}
+
+TEST_F(SNAlertControllerTest, LivesAsLongAsATappedHandlerRuns) {
+  const std::weak_ptr<SNAlertController> weakAlert = alert;
+  bool lived = false;
+  const auto action =
+      UIAlertAction::actionWithTitle("Enter Passcode", Style::standard, [&, this](const auto&) {
+        alert->dismissViewControllerAnimated(false, {});
+        alert.reset();
+        lived = !weakAlert.expired();
+      });
+  alert->addAction(action);
   present();
-  EXPECT_TRUE(alert->isAlertPresented());
-  bool completed = false;
-  alert->dismissViewControllerAnimated(false, [&completed] { completed = true; });
-  EXPECT_TRUE(SNWindow::sharedInstance()->isHidden());
-  EXPECT_FALSE(alert->isAlertPresented());
+  alert->tap(action);
+  EXPECT_TRUE(lived);
   device.time().runUntilIdle();
-  EXPECT_TRUE(completed);
+  EXPECT_TRUE(weakAlert.expired());
 }
 
 TEST_F(SNAlertControllerTest, AlertThatIsGoneBeforeTheReloadIsNotMissed) {
+  const std::weak_ptr<SNAlertController> weakAlert = alert;
   alert->handleDismissAnimated(true, add("Enter Passcode"), false);
   alert.reset();
+  EXPECT_TRUE(weakAlert.expired());
   device.time().runUntilIdle();
   EXPECT_THAT(ran, ElementsAre("Enter Passcode"));
 }
@@ -218,10 +286,12 @@ class SNAlertViewTest : public HomeScreenTest {
  protected:
   class Delegate final : public UIAlertViewDelegate {
    public:
-    void alertView(UIAlertView&, int didDismissWithButtonIndex) override {
+    void alertView(UIAlertView& alertView, int didDismissWithButtonIndex) override {
       indexes.push_back(didDismissWithButtonIndex);
+      title = alertView.buttonTitleAtIndex(didDismissWithButtonIndex);
     }
     std::vector<int> indexes;
+    std::string title;
   };
 
   void show() {
@@ -239,6 +309,7 @@ TEST_F(SNAlertViewTest, SwitchButtonTellsTheDelegateAndTheAlertStays) {
   show();
   EXPECT_TRUE(tapButton("Enter Passcode"));
   EXPECT_THAT(delegate->indexes, ElementsAre(1)) << "at once";
+  EXPECT_EQ(delegate->title, "Use Face ID") << "renamed by then";
   EXPECT_TRUE(tapButton("Use Face ID"));
   EXPECT_NE(visibleButton("Enter Passcode"), nullptr);
   device.time().runUntilIdle();

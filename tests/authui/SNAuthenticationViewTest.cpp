@@ -3,8 +3,10 @@
 #include <gmock/gmock.h>
 
 #include "sentrel/authui/SNAuthenticationViewController.h"
+#include "sentrel/authui/SNFakeCallIDView.h"
 #include "sentrel/bridge/SNUtils.h"
 #include "sentrel/uikit/Dump.h"
+#include "tests/support/BridgeTest.h"
 #include "tests/support/HomeScreenTest.h"
 #include "tests/support/PromptDriver.h"
 
@@ -120,8 +122,12 @@ TEST_F(SNAuthenticationViewTest, TakesOnTheAppearanceOfTheMomentItIsFilled) {
   makeView();
   useDarkMode();
   EXPECT_EQ(colors(), "darkGrayColor darkGrayColor grayColor");
+  const std::string dark = "labelColor secondaryLabelColor secondaryLabelColor";
   view->setup("Mail", "Scan");
-  EXPECT_EQ(colors(), "labelColor secondaryLabelColor secondaryLabelColor");
+  EXPECT_EQ(colors(), dark);
+  makeView();
+  EXPECT_EQ(colors(), dark) << "made in it";
+  EXPECT_EQ(view->passcodeView()->digitTextFieldsArray()[5]->textColor(), UIColor::labelColor());
 }
 
 TEST_F(SNAuthenticationViewTest, StartsWithAPlaceholderAndTheConfiguredMessage) {
@@ -210,9 +216,11 @@ TEST_F(SNAuthenticationViewTest, PreferredHeightIsTheGlyphsAndTheTextsInEitherMo
   EXPECT_EQ(view->preferredContentHeight(), 142);
 }
 
-TEST_F(SNAuthenticationViewTest, LegacyAlertGetsItsHeightFromTheTitleAlone) {
-  useLegacyAlerts(true);
+TEST_F(SNAuthenticationViewTest, LegacyAlertAndNoOtherGetsItsHeightFromTheTitleAlone) {
   makeView();
+  view->setup("Mail", "Scan");
+  EXPECT_EQ(view->frame(), CGRectMake(0, 0, 270, 200));
+  useLegacyAlerts(true);
   EXPECT_EQ(view->heightConstraint(), nullptr);
   for (const double messageHeight : {17.0, 900.0}) {
     measureAs(40, messageHeight);
@@ -232,6 +240,8 @@ TEST_F(SNAuthenticationViewTest, NoTextTakesNoRoomAndAnEmptyOneALine) {
   view->setup(std::nullopt, "");
   EXPECT_EQ(view->titleLabel()->text(), "");
   EXPECT_EQ(view->titleLabelHeightConstraint()->constant(), 0);
+  view->layoutIfNeeded();
+  EXPECT_EQ(view->messageLabel()->frame().origin.y, 63 + 10 + 10) << "what was measured";
   EXPECT_DOUBLE_EQ(view->messageLabelHeightConstraint()->constant(), 14 * 1.2);
 }
 
@@ -259,6 +269,7 @@ TEST_F(SNAuthenticationViewTest, TogglesBetweenGlyphAndPasscode) {
   EXPECT_EQ(view->passcodeViewHeightConstraint()->constant(), 0);
   EXPECT_EQ(view->passcodeView()->passcodeTextField()->text(), "");
   view->switchToPasscodeView();
+  expectPasscodeMode();
   type("123");
   view->setup("Mail", "Scan");
   EXPECT_EQ(view->passcodeView()->passcodeTextField()->text(), "") << "filled anew";
@@ -344,6 +355,17 @@ TEST_F(SNAuthenticationViewTest, WrongPasscodeShakesBeforeItIsToldAndTheRightOne
   EXPECT_EQ(focusedField()->text(), "");
 }
 
+TEST_F(SNAuthenticationViewTest, VerdictOnARowThatWasLeftMeanwhileTakesNoInput) {
+  makeView();
+  view->switchToPasscodeView();
+  type("654321");
+  advance(0.1);
+  view->toggleAuthenticationModes();
+  device.time().runUntilIdle();
+  EXPECT_THAT(delegate->heard, ElementsAre("not matched"));
+  expectGlyphMode();
+}
+
 TEST_F(SNAuthenticationViewTest, AnswersWithoutAStoredPasscodeAndWithoutADelegate) {
   makeView();
   delegate.reset();
@@ -377,7 +399,7 @@ TEST_F(SNAuthenticationViewControllerTest, ForwardsToItsViewAndFromItToTheDelega
   const auto delegate = std::make_shared<Listener<SNAuthenticationDelegate>>();
   controller->setDelegate(delegate);
   controller->setPreferredContentSize({300, 1});
-  SNAuthenticationView& view = controller->authenticationView();
+  SNAuthenticationView& view = *controller->authenticationView();
 
   controller->setup("Mail", "Scan");
   EXPECT_EQ(view.titleLabel()->text(), "Mail");
@@ -396,6 +418,40 @@ TEST_F(SNAuthenticationViewControllerTest, ForwardsToItsViewAndFromItToTheDelega
   EXPECT_EQ(focusedField(), nullptr);
   controller->switchToGlyphView();
   EXPECT_FALSE(view.glyphView()->isHidden());
+}
+
+TEST_F(SNAuthenticationViewControllerTest, WithAViewOfAnotherKindHasNeitherModeNorHeight) {
+  const auto controller = SNAuthenticationViewController::sharedInstance();
+  controller->setView(std::make_shared<UIView>());
+  controller->setup("Mail", "Scan");
+  controller->toggleAuthenticationModes();
+  controller->animateFingerPrintActions(7, false, {});
+  controller->showKeyboard();
+  controller->resetPasscodeState();
+  controller->setCurrentAuthenticationMode(SNAuthenticationModePasscode);
+  EXPECT_EQ(controller->currentAuthenticationMode(), 0);
+  EXPECT_EQ(controller->preferredContentSize().height, 0);
+  EXPECT_EQ(controller->authenticationView(), nullptr);
+}
+
+// --- What is asked of the home screen ------------------------------------------------------------
+
+class AppearanceOfAnApplication : public BridgeTest {};
+
+TEST_F(AppearanceOfAnApplication, IsAskedForOnceForAllThatIsColouredTogether) {
+  inApp([this] {
+    const auto asked = [this](const auto& action) {
+      takeRequests();
+      action();
+      return std::ranges::count(takeRequests(), "com.quorvin.sentrel.device.darkmode.enabled");
+    };
+    std::shared_ptr<SNAuthenticationView> view;
+    EXPECT_EQ(asked([&] { view = SNAuthenticationView::initWithFrame(); }), 1);
+    EXPECT_EQ(asked([&] { view->setup("Mail", "Scan"); }), 1);
+    EXPECT_EQ(asked([&] { view->passcodeView()->setupDigitFields(); }), 1);
+    SNFakeCallIDView cover;
+    EXPECT_EQ(asked([&] { cover.updateData(); }), 1);
+  });
 }
 
 }  // namespace

@@ -253,7 +253,7 @@ TEST_F(PhotosRelay, IsPromptedByTheHomeScreenOnOlderSystemsAndAnsweredByNotifica
                 {"MESSAGE_KEY", "Please authenticate yourself using finger print."}}));
   EXPECT_TRUE(SentrelController::sharedInstance().isAlertShowing());
   EXPECT_EQ(
-      SNAuthenticationViewController::sharedInstance()->authenticationView().titleLabel()->text(),
+      SNAuthenticationViewController::sharedInstance()->authenticationView()->titleLabel()->text(),
       "Photos Protection");
   EXPECT_FALSE(SNWindow::sharedInstance()->isHidden());
   EXPECT_THAT(outcomes, IsEmpty());

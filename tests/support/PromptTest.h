@@ -88,7 +88,7 @@ class PromptTest : public HomeScreenTest {
   /// The view that the prompt shows.
   SNAuthenticationView& view() {
     return legacyAlert() ? *SNAuthenticationView::sharedInstance()
-                         : SNAuthenticationViewController::sharedInstance()->authenticationView();
+                         : *SNAuthenticationViewController::sharedInstance()->authenticationView();
   }
   bool isInPasscodeMode() {
     return view().currentAuthenticationMode() == SNAuthenticationModePasscode;
