@@ -83,14 +83,28 @@ void blurLines(unsigned char* data, std::size_t count, std::size_t next, std::si
   }
 }
 
-void saturatePixel(unsigned char* pixel, double amount) {
-  const double grey = 0.114 * pixel[0] + 0.587 * pixel[1] + 0.299 * pixel[2];
+double greyOf(const unsigned char* pixel) {
+  return 0.114 * pixel[0] + 0.587 * pixel[1] + 0.299 * pixel[2];
+}
+
+/// Moves a colour to what lies, from `origin`, `amount` times as far away.
+void moveFrom(double origin, double amount, unsigned char* pixel) {
   for (int c = 0; c < 3; ++c) {
-    const double moved = grey + (pixel[c] - grey) * amount;
+    const double moved = origin + (pixel[c] - origin) * amount;
     // A premultiplied colour never exceeds its alpha.
     pixel[c] =
         static_cast<unsigned char>(std::clamp(moved + 0.5, 0.0, static_cast<double>(pixel[3])));
   }
+}
+
+template <class Change>
+void changePixels(cairo_surface_t* picture, Change change) {
+  cairo_surface_flush(picture);
+  const Pixels pixels(picture);
+  for (std::size_t y = 0; y < pixels.height; ++y)
+    for (std::size_t x = 0; x < pixels.width; ++x)
+      change(pixels.data + y * pixels.stride + x * channels);
+  cairo_surface_mark_dirty(picture);
 }
 
 }  // namespace
@@ -106,12 +120,14 @@ void blurGaussian(cairo_surface_t* picture, double sigma) {
 }
 
 void saturate(cairo_surface_t* picture, double amount) {
-  cairo_surface_flush(picture);
-  const Pixels pixels(picture);
-  for (std::size_t y = 0; y < pixels.height; ++y)
-    for (std::size_t x = 0; x < pixels.width; ++x)
-      saturatePixel(pixels.data + y * pixels.stride + x * channels, amount);
-  cairo_surface_mark_dirty(picture);
+  changePixels(picture, [amount](unsigned char* pixel) { moveFrom(greyOf(pixel), amount, pixel); });
+}
+
+void lightenShadows(cairo_surface_t* picture) {
+  changePixels(picture, [](unsigned char* pixel) {
+    const double white = pixel[3];  // a colour is premultiplied
+    if (white > 0) moveFrom(white, (1 + greyOf(pixel) / white) / 2, pixel);
+  });
 }
 
 }  // namespace sentrel::screen

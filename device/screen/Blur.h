@@ -13,4 +13,8 @@ void blurGaussian(cairo_surface_t* picture, double sigma);
 /// Moves every colour away from its own grey (above 1) or towards it (below 1).
 void saturate(cairo_surface_t* picture, double amount);
 
+/// Mixes every colour with white by half of what its grey lacks of white: what is bright stays as
+/// it is, and black becomes a middle grey.
+void lightenShadows(cairo_surface_t* picture);
+
 }  // namespace sentrel::screen

@@ -18,11 +18,13 @@ constexpr std::array faces = {"Inter-Regular.otf", "Inter-Bold.otf", "Inter-Ital
                               "Inter-BoldItalic.otf"};
 constexpr std::array otherScriptsFaces = {"DejaVuSans.ttf", "DejaVuSans-Bold.ttf"};
 
-/// Sends every request, fallbacks for single characters included, to the pinned families.
+/// Sends every request, fallbacks for single characters included, to the pinned families: to the
+/// main one first, unless it asks for the other.
 constexpr const char* configurationText = R"(<?xml version="1.0"?>
 <!DOCTYPE fontconfig SYSTEM "fonts.dtd">
 <fontconfig>
   <match target="pattern">
+    <test name="family" qual="first" compare="not_eq"><string>DejaVu Sans</string></test>
     <edit name="family" mode="assign" binding="strong"><string>Inter</string>
       <string>DejaVu Sans</string></edit>
   </match>

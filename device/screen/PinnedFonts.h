@@ -17,6 +17,9 @@ namespace sentrel::screen {
 /// For one thread; make another for another. Not to be used in a child after a fork.
 class PinnedFonts {
  public:
+  /// The family for scripts that the main one lacks.
+  static constexpr const char* otherScriptsFamily = "DejaVu Sans";
+
   /// Where the font files are.
   struct Folders {
     std::string main;

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "device/screen/MarkedLetters.h"
+
 namespace sentrel::screen {
 namespace {
 
@@ -88,11 +90,30 @@ std::string drawableText(std::string_view text) {
 TextLayout::TextLayout(const PinnedFonts& fonts, std::string_view text, const Font& font,
                        const Limits& limits)
     : limits_(limits), layout_(pango_layout_new(fonts.context())) {
-  const std::string drawn = drawableText(text);
   pango_layout_set_font_description(layout_.get(), PinnedFonts::describe(font).get());
-  pango_layout_set_text(layout_.get(), drawn.data(), static_cast<int>(drawn.size()));
+  setText(drawableText(text));
   limit(layout_.get(), limits_);
   pango_layout_set_alignment(layout_.get(), sides(layout_.get(), limits_.alignment));
+  if (limits_.ellipsis) endInEllipsis();
+}
+
+void TextLayout::setText(const std::string& text) {
+  pango_layout_set_text(layout_.get(), text.data(), static_cast<int>(text.size()));
+  pango_layout_set_attributes(layout_.get(), attributesForMarks(text).get());
+}
+
+/// Pango marks what it cuts of a paragraph, but drops whole paragraphs without a sign.
+void TextLayout::endInEllipsis() {
+  const std::string_view shown = textOfLines(lineCount());
+  const std::string_view all = pango_layout_get_text(layout_.get());
+  if (shown.size() < all.size() && !pango_layout_is_ellipsized(layout_.get()))
+    setText(std::string(shown) + ellipsis);
+}
+
+std::string_view TextLayout::textOfLines(int count) const {
+  const PangoLayoutLine* last = pango_layout_get_line_readonly(layout_.get(), count - 1);
+  return {pango_layout_get_text(layout_.get()),
+          static_cast<std::size_t>(last->start_index + last->length)};
 }
 
 CGSize TextLayout::size() const {

@@ -27,7 +27,7 @@ class TextLayout {
     double width = std::numeric_limits<double>::infinity();
     /// Whole lines that fit, at least one; infinite for all.
     double height = std::numeric_limits<double>::infinity();
-    /// Whether what does not fit ends in an ellipsis.
+    /// Whether what does not fit ends in an ellipsis, be it cut inside a line or between two.
     bool ellipsis = false;
     /// Whether a word that is longer than a line may be broken.
     bool breaksWords = true;
@@ -40,14 +40,21 @@ class TextLayout {
   /// Points: the longest line's width, and the height of all lines.
   CGSize size() const;
   int lineCount() const { return pango_layout_get_line_count(layout_.get()); }
+  /// What the first `count` lines show, of at least as many. Good as long as the layout.
+  std::string_view textOfLines(int count) const;
   /// The width to hand out alignment within; infinite where there was no limit.
   const Limits& limits() const noexcept { return limits_; }
   PangoLayout* pango() const noexcept { return layout_.get(); }
 
  private:
+  void setText(const std::string& text);
+  void endInEllipsis();
+
   Limits limits_;
   PangoLayoutHandle layout_;
 };
+
+inline constexpr const char* ellipsis = "\u2026";
 
 /// The height of one line of `font`, in points.
 double lineHeight(const PinnedFonts& fonts, const Font& font);

@@ -74,15 +74,13 @@ void paintEnlarged(cairo_surface_t* picture, const PixelRect& rect, double shrin
   cairo_paint(context.cairo);
 }
 
+bool isDark(const UIBlurEffect& effect) {
+  return effect.style == 2;
+}
+
 UIColor tint(const UIBlurEffect& effect) {
-  switch (effect.style) {
-    case 0:
-      return UIColor::colorWithWhite(0.97, 0.82);
-    case 2:
-      return UIColor::colorWithWhite(0.11, 0.68);
-    default:
-      return UIColor::colorWithWhite(1, 0.6);
-  }
+  if (isDark(effect)) return UIColor::colorWithWhite(0.11, 0.68);
+  return effect.style == 0 ? UIColor::colorWithWhite(0.97, 0.82) : UIColor::colorWithWhite(1, 0.6);
 }
 
 }  // namespace
@@ -97,6 +95,8 @@ void paintVisualEffect(const UIVisualEffectView& view, const CGRect& bounds,
   if (cairo_surface_status(picture.get()) != CAIRO_STATUS_SUCCESS) return;
   blurGaussian(picture.get(), sigma / shrink);
   saturate(picture.get(), colorGain);
+  // Dark text on a light veil is to be read on a dark screen, too.
+  if (!isDark(view.effect())) lightenShadows(picture.get());
 
   const SavedState saved(context.cairo);
   roundedPath(context.cairo, bounds, view.layer().cornerRadius());

@@ -38,8 +38,11 @@ void Stage::setUpDevice() {
   device_.screen().setUserInterfaceStyle(options_.style);
   device_.sensor().isPearlIDCapable = options_.sensor == screen::GlyphKind::face;
   device_.sensor().isTouchIDCapable = options_.sensor == screen::GlyphKind::fingerprint;
-  device_.system().canUseAlertView = options_.legacyAlerts;
-  if (options_.legacyAlerts) device_.system().version = "12.0";
+  if (!options_.legacyAlerts) return;
+  device_.system().canUseAlertView = true;
+  device_.system().connectedScenes = 0;
+  // The newest that has them; in the dark, one whose alerts can be dark.
+  device_.system().version = options_.style == UIUserInterfaceStyle::dark ? "14.0" : "12.0";
 }
 
 void Stage::showNumberPad() {

@@ -26,6 +26,15 @@ std::shared_ptr<UIView> makeBackground() {
   return blur;
 }
 
+/// Along the top of whatever it is put into.
+std::shared_ptr<UIView> makeLineAbove() {
+  auto line = std::make_shared<UIView>(CGRectMake(0, 0, 0, hairline));
+  line->setBackgroundColor(UIColor::grayColor().colorWithAlphaComponent(0.35));
+  line->setAutoresizingMask(UIViewAutoresizingFlexibleWidth);
+  line->setUserInteractionEnabled(/*value=*/false);
+  return line;
+}
+
 }  // namespace
 
 std::shared_ptr<UIView> AlertPanel::makeButton(const std::string& title, bool isBold,
@@ -38,8 +47,7 @@ std::shared_ptr<UIView> AlertPanel::makeButton(const std::string& title, bool is
                                        : UIFont::systemFontOfSize(17));
   button->titleLabel()->setAdjustsFontSizeToFitWidth(/*value=*/true);
   button->titleLabel()->setMinimumScaleFactor(0.5);
-  button->layer().setBorderWidth(hairline);
-  button->layer().setBorderColor(UIColor::grayColor().colorWithAlphaComponent(0.35));
+  button->addSubview(makeLineAbove());
   button->setEnabled(isEnabled);
   button->addTarget([tapped = std::move(tapped)](const auto&) { tapped(); },
                     UIControlEventTouchUpInside);

@@ -79,6 +79,46 @@ TEST_F(LabelPainting, TextShrinksToFitDownToTheLabelsLimit) {
   EXPECT_GT(ink(*label).height(), letterHeight * 0.9) << "shrunk beyond its limit";
 }
 
+TEST_F(LabelPainting, TextThatFitsAtNoSizeEndsInDotsAndStaysReadable) {
+  const auto label = makeLabel("nnn\nnnn\nnnn", CGRectMake(0, 0, 90, 100));
+  label->setAdjustsFontSizeToFitWidth(true);
+  const auto shown = makeLabel("nnn\nnnn\u2026", label->frame());
+  label->setNumberOfLines(2);
+  EXPECT_EQ(differingPixels(paint(*label), paint(*shown)), 0) << "line ends do not shrink it";
+  label->setNumberOfLines(0);
+  label->setAdjustsFontSizeToFitWidth(false);
+  for (const auto& view : {label, shown})
+    view->setFrame(CGRectMake(0, 0, 90, 45));
+  EXPECT_EQ(differingPixels(paint(*label), paint(*shown)), 0) << "nor does the height hide them";
+  label->setText(std::string(200, 'n'));
+  label->setNumberOfLines(1);
+  label->setAdjustsFontSizeToFitWidth(true);
+  const auto readable = makeLabel(label->text(), label->frame());
+  readable->setNumberOfLines(1);
+  readable->setFont(UIFont::systemFontOfSize(10));
+  EXPECT_EQ(differingPixels(paint(*label), paint(*readable)), 0);
+}
+
+TEST_F(LabelPainting, MarksSitOnTheLettersThatTheyBelongTo) {
+  for (const bool isBold : {false, true})
+    for (const std::string letter : {"l", "Z", "x"}) {
+      const auto label = makeLabel(letter + "\u030A", CGRectMake(0, 0, 100, 100));
+      label->setFont(isBold ? UIFont::boldSystemFontOfSize(60) : UIFont::systemFontOfSize(60));
+      const Ink all = ink(*label);
+      // What is seen of the upper half of the mark alone, and of the lower half of the letter.
+      const auto part = [&](double top, double bottom) {
+        auto window = std::make_shared<UIView>(CGRectMake(0, top, 100, bottom - top));
+        window->setBounds(CGRectMake(0, top, 100, bottom - top));
+        window->setClipsToBounds(true);
+        window->addSubview(label);
+        return ink(*window);
+      };
+      const Ink mark = part(0, all.top + 6);
+      const Ink body = part(all.bottom - 6, 100);
+      EXPECT_NEAR(mark.midX(), body.midX(), 2.5) << letter << isBold;
+    }
+}
+
 TEST_F(LabelPainting, TwoLinesShrinkBeforeAWordIsBroken) {
   const auto label = makeLabel("nnnn nnnnnnnnnnnnnn", CGRectMake(0, 0, 90, 100));
   label->setNumberOfLines(2);

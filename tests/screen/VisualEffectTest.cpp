@@ -1,4 +1,7 @@
 #include "device/screen/Blur.h"
+
+#include <cmath>
+
 #include "sentrel/uikit/UIVisualEffectView.h"
 #include "tests/screen/ScreenTest.h"
 
@@ -46,6 +49,18 @@ TEST_F(VisualEffect, StylesDifferInLightness) {
   };
   EXPECT_GT(lightness(0), lightness(1));
   EXPECT_GT(lightness(1), lightness(2));
+}
+
+TEST_F(VisualEffect, DarkTextCanBeReadOnALightVeilOverTheDarkestScreen) {
+  const auto luminance = [](double shade) { return std::pow((shade + 0.055) / 1.055, 2.4); };
+  const double text = luminance(UIColor::darkGrayColor().resolved({}).red);
+  for (const std::int64_t style : {0, 1}) {
+    const auto screen = makeBox(CGRectMake(0, 0, 100, 100), UIColor::blackColor());
+    screen->addSubview(std::make_shared<UIVisualEffectView>(UIBlurEffect::effectWithStyle(style),
+                                                            CGRectMake(0, 0, 100, 100)));
+    const double veil = luminance(redOf(paint(*screen).pixel(50, 50)) / 255.0);
+    EXPECT_GE((veil + 0.05) / (text + 0.05), 4.5) << style;
+  }
 }
 
 TEST_F(VisualEffect, WhatIsInFrontOfTheBlurStaysSharp) {

@@ -129,6 +129,10 @@ TEST_F(UIAlertControllerTest, TwoShortButtonsStandSideBySideAndLongOnesDoNot) {
   present();
   window_->layoutIfNeeded();
   const auto list = alert_->_actionCollectionView();
+  for (const auto& button : list->subviews()) {
+    EXPECT_EQ(button->layer().borderWidth(), 0);
+    EXPECT_EQ(button->subviews().back()->frame(), CGRectMake(0, 0, 135, 0.5)) << "a line above";
+  }
   EXPECT_EQ(list->subviews().at(1)->frame(), CGRectMake(135, 0, 135, 44));
   const double height = alert_->view()->frame().size.height;
   alert_->dismissViewControllerAnimated(/*animated=*/false, {});
