@@ -58,6 +58,7 @@ void layOutHomeScreen(RootPropertyLists& files, SimulatedHomeScreen& homeScreen)
   homeScreen.clear();
   for (const PropertyList& item : files.list(iconStateFile, *state, "buttonBar"))
     place(files, homeScreen, item);
+  homeScreen.setDockCount(homeScreen.root().icons().size());
   for (const PropertyList& item : itemsOfPages(files, iconStateFile, *state))
     place(files, homeScreen, item);
 }

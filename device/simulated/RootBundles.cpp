@@ -1,6 +1,7 @@
 #include "device/simulated/RootBundles.h"
 
 #include <algorithm>
+#include <ranges>
 
 #include "sentrel/platform/MainBundle.h"
 
@@ -57,7 +58,9 @@ void RootBundles::add(const std::string& folder, bool isSystem) {
     return files_.complain(file, *identifier + " is " + *other + " already");
   const auto tags = files_.texts(file, *info, "SBAppTags");
   const bool isHidden = std::ranges::find(tags, "hidden") != tags.end();
-  bundles_.push_back({folder, {*identifier, displayName(folder, *info), isSystem, isHidden}});
+  bundles_.push_back(
+      {folder,
+       {*identifier, displayName(folder, *info), isSystem, isHidden, iconFile(folder, *info)}});
 }
 
 std::optional<std::string> RootBundles::folderOf(const std::string& bundleIdentifier) const {
@@ -93,6 +96,21 @@ std::optional<std::string> RootBundles::displayName(const std::string& folder,
   for (const Dictionary* names : {&translated, &info})
     for (const char* key : {"CFBundleDisplayName", "CFBundleName"})
       if (const std::string* name = textUnder(*names, key)) return *name;
+  return std::nullopt;
+}
+
+// --- Icons ---------------------------------------------------------------------------------------
+
+/// The finest of the pictures that are there: a bundle names the largest last.
+std::optional<std::string> RootBundles::iconFile(const std::string& folder,
+                                                 const Dictionary& info) {
+  const Dictionary* icons = &info;
+  if (const auto* all = find<Dictionary>(info, "CFBundleIcons"))
+    if (const auto* primary = find<Dictionary>(*all, "CFBundlePrimaryIcon")) icons = primary;
+  const auto names = files_.texts(below(folder, "Info.plist"), *icons, "CFBundleIconFiles");
+  for (const std::string& name : names | std::views::reverse)
+    for (const char* end : {"@3x.png", "@2x.png", ".png", ""})
+      if (auto file = files_.hostFile(below(folder, name) + end)) return file;
   return std::nullopt;
 }
 

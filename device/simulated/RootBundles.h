@@ -36,6 +36,8 @@ class RootBundles {
   PropertyList::Dictionary textsIn(const std::string& folder, const std::string& table);
   std::optional<std::string> displayName(const std::string& folder,
                                          const PropertyList::Dictionary& info);
+  std::optional<std::string> iconFile(const std::string& folder,
+                                      const PropertyList::Dictionary& info);
 
   RootPropertyLists& files_;
   std::string language_;

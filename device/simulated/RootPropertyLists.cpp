@@ -62,6 +62,12 @@ bool RootPropertyLists::isFolder(const std::string& path) const {
   return std::filesystem::is_directory(root_.hostPath(path).value_or(""), error);
 }
 
+std::optional<std::string> RootPropertyLists::hostFile(const std::string& path) const {
+  auto host = root_.hostPath(path);
+  std::error_code error;
+  return host && std::filesystem::is_regular_file(*host, error) ? host : std::nullopt;
+}
+
 std::vector<std::string> RootPropertyLists::foldersIn(const std::string& path) const {
   std::vector<std::string> names;
   std::error_code error;

@@ -45,6 +45,9 @@ class RootPropertyLists {
 
   bool isFolder(const std::string& path) const;
 
+  /// Where a file of whatever content lies on this machine; none where there is no such file.
+  std::optional<std::string> hostFile(const std::string& path) const;
+
   /// The folders in a folder in the order of their names, so that every run sees the same device.
   std::vector<std::string> foldersIn(const std::string& path) const;
 

@@ -20,6 +20,8 @@ struct InstalledApplication {
   std::optional<std::string> displayName;
   bool isSystem = false;
   bool isHidden = false;
+  /// A PNG file on this machine; none where there is no picture of the icon.
+  std::optional<std::string> iconFile = {};
 };
 
 /// The applications of a device, and which of them is at the front.
@@ -28,6 +30,8 @@ class SimulatedApplications {
   explicit SimulatedApplications(std::shared_ptr<Journal> journal) : journal_(std::move(journal)) {}
 
   void install(InstalledApplication application);
+
+  const std::vector<InstalledApplication>& all() const noexcept { return installed_; }
 
   /// Null when it is not installed.
   const InstalledApplication* find(const std::string& bundleIdentifier) const;

@@ -79,6 +79,7 @@ SimulatedHomeScreen::SimulatedHomeScreen(SharedApplications applications)
 
 void SimulatedHomeScreen::clear() {
   folders_.clear();
+  dockCount_ = 0;
   root_ = std::make_shared<SimulatedFolder>(std::string(rootFolderClassName), std::nullopt);
 }
 

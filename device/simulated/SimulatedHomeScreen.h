@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
@@ -47,6 +48,11 @@ class SimulatedHomeScreen {
                                              const std::vector<std::string>& bundleIdentifiers);
 
   SimulatedFolder& root() noexcept { return *root_; }
+
+  /// How many of the root's icons, from the first on, are in the dock.
+  std::size_t dockCount() const noexcept { return dockCount_; }
+  void setDockCount(std::size_t count) noexcept { dockCount_ = count; }
+
   const std::vector<std::shared_ptr<SimulatedFolder>>& folders() const noexcept { return folders_; }
 
   /// The icon of an application wherever it lies, or null.
@@ -64,6 +70,7 @@ class SimulatedHomeScreen {
   SharedApplications applications_;
   std::shared_ptr<SimulatedFolder> root_;
   std::vector<std::shared_ptr<SimulatedFolder>> folders_;
+  std::size_t dockCount_ = 0;
 };
 
 std::shared_ptr<SBIconController> makeIconController(

@@ -1,7 +1,6 @@
 #include "programs/common/HomeScreen.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 #include "sentrel/uikit/UIImageView.h"
@@ -11,25 +10,9 @@
 namespace sentrel::programs {
 namespace {
 
-struct IconKind {
-  const char* name;
-  std::array<int, 3> color;
-};
-
-constexpr std::array icons = {
-    IconKind{"Letters", {46, 134, 222}},  IconKind{"Album", {235, 94, 85}},
-    IconKind{"Maps", {58, 175, 105}},     IconKind{"Ledger", {247, 183, 49}},
-    IconKind{"Notes", {155, 89, 182}},    IconKind{"Radio", {230, 126, 34}},
-    IconKind{"Diary", {26, 188, 156}},    IconKind{"Chess", {52, 73, 94}},
-    IconKind{"Weather", {52, 172, 224}},  IconKind{"Wallet", {44, 62, 80}},
-    IconKind{"Camera", {120, 130, 140}},  IconKind{"Library", {192, 57, 43}},
-    IconKind{"Recipes", {255, 121, 121}}, IconKind{"Sleep", {72, 52, 212}},
-    IconKind{"Garden", {106, 176, 76}},   IconKind{"Tickets", {224, 86, 253}},
-};
-
 constexpr double iconSide = 60;
-constexpr int columns = 4;
-constexpr int imageSide = 120;
+constexpr double iconRadius = 13.5;
+constexpr std::size_t columns = 4;
 
 double mix(double from, double to, double part) {
   return from + (to - from) * part;
@@ -51,15 +34,38 @@ void addWallpaper(UIView& window, UIUserInterfaceStyle style) {
   }
 }
 
-std::shared_ptr<UIImageView> makeIcon(CGPoint origin, int number) {
-  auto icon = std::make_shared<UIImageView>(CGRect{origin, {iconSide, iconSide}});
-  icon->setImage(makeIconImage(number));
-  icon->layer().setCornerRadius(13.5);
-  icon->setClipsToBounds(/*value=*/true);
-  return icon;
+std::shared_ptr<UIImageView> makeImageView(const CGRect& frame, double radius,
+                                           std::shared_ptr<const UIImage> image) {
+  auto view = std::make_shared<UIImageView>(frame);
+  view->setImage(std::move(image));
+  view->layer().setCornerRadius(radius);
+  view->setClipsToBounds(/*value=*/true);
+  return view;
 }
 
-std::shared_ptr<UILabel> makeName(const CGRect& iconFrame, const char* name) {
+/// A small picture of up to nine of the applications in a folder.
+std::shared_ptr<UIView> makeFolder(const CGRect& frame, const HomeScreenItem& folder) {
+  constexpr std::size_t across = 3;
+  constexpr double side = 14;
+  constexpr double step = 17;
+  auto view = std::make_shared<UIView>(frame);
+  view->setBackgroundColor(UIColor::colorWithWhite(1, 0.3));
+  view->layer().setCornerRadius(iconRadius);
+  for (std::size_t i = 0; i < std::min(folder.images.size(), across * across); ++i)
+    view->addSubview(
+        makeImageView(CGRectMake(6 + step * static_cast<double>(i % across),
+                                 6 + step * static_cast<double>(i / across), side, side),
+                      3, folder.images[i]));
+  return view;
+}
+
+std::shared_ptr<UIView> makeIcon(CGPoint origin, const HomeScreenItem& item) {
+  const CGRect frame{origin, {iconSide, iconSide}};
+  if (item.isFolder) return makeFolder(frame, item);
+  return makeImageView(frame, iconRadius, item.images.front());
+}
+
+std::shared_ptr<UILabel> makeName(const CGRect& iconFrame, const std::string& name) {
   auto label = std::make_shared<UILabel>(
       CGRectMake(iconFrame.origin.x - 8, iconFrame.maxY() + 4, iconSide + 16, 15));
   label->setText(name);
@@ -70,25 +76,25 @@ std::shared_ptr<UILabel> makeName(const CGRect& iconFrame, const char* name) {
 }
 
 /// Where the icon in that column and row stands.
-CGPoint iconOrigin(CGSize screen, int column, double top) {
+CGPoint iconOrigin(CGSize screen, std::size_t column, double top) {
   const double gap = (screen.width - columns * iconSide) / (columns + 1);
-  return {gap + column * (iconSide + gap), top};
+  return {gap + static_cast<double>(column) * (iconSide + gap), top};
 }
 
-void addIcons(UIView& window) {
+void addPage(UIView& window, const std::vector<HomeScreenItem>& items) {
   const CGSize screen = window.bounds().size;
   const double rowHeight = screen.height > 900 ? 130 : 88;
-  const int rows = std::min(static_cast<int>((screen.height - 160) / rowHeight), 6);
-  for (int i = 0; i < rows * columns; ++i) {
-    const int row = i / columns;
-    const int number = i % static_cast<int>(icons.size());
-    const auto icon = makeIcon(iconOrigin(screen, i % columns, 36 + row * rowHeight), number);
+  const double rows = std::clamp(std::floor((screen.height - 160) / rowHeight), 0.0, 6.0);
+  const auto places = static_cast<std::size_t>(rows) * columns;
+  for (std::size_t i = 0; i < std::min(places, items.size()); ++i) {
+    const double top = 36 + static_cast<double>(i / columns) * rowHeight;
+    const auto icon = makeIcon(iconOrigin(screen, i % columns, top), items[i]);
     window.addSubview(icon);
-    window.addSubview(makeName(icon->frame(), icons[static_cast<std::size_t>(number)].name));
+    window.addSubview(makeName(icon->frame(), items[i].name));
   }
 }
 
-void addDock(UIView& window, UIUserInterfaceStyle style) {
+void addDock(UIView& window, UIUserInterfaceStyle style, const std::vector<HomeScreenItem>& items) {
   constexpr double height = 92;
   const CGSize screen = window.bounds().size;
   const auto dock = std::make_shared<UIVisualEffectView>(
@@ -96,47 +102,18 @@ void addDock(UIView& window, UIUserInterfaceStyle style) {
       CGRectMake(0, screen.height - height, screen.width, height));
   dock->setAlpha(0.9);
   window.addSubview(dock);
-  for (int column = 0; column < columns; ++column)
-    window.addSubview(
-        makeIcon(iconOrigin(screen, column, screen.height - height + 16), 3 * column + 2));
-}
-
-/// 1 inside a disc of that radius, 0 outside.
-double discAt(double distance, double radius) {
-  return std::clamp(radius + 0.5 - distance, 0.0, 1.0);
-}
-
-/// How much of an icon's sign, a ring or a ring about a dot, lies at a distance from its middle.
-double signAt(int number, double distance) {
-  const double ring = discAt(distance, 34) - discAt(distance, 23);
-  return ring + (number % 2 == 0 ? discAt(distance, 11) : 0);
+  for (std::size_t i = 0; i < std::min<std::size_t>(columns, items.size()); ++i)
+    window.addSubview(makeIcon(iconOrigin(screen, i, screen.height - height + 16), items[i]));
 }
 
 }  // namespace
 
-std::shared_ptr<const UIImage> makeIconImage(int number) {
-  const auto& [red, green, blue] = icons[static_cast<std::size_t>(number) % icons.size()].color;
-  auto image = std::make_shared<UIImage>();
-  constexpr double middle = imageSide / 2.0;
-  image->width = image->height = imageSide;
-  image->scale = 2;
-  for (int y = 0; y < imageSide; ++y)
-    for (int x = 0; x < imageSide; ++x) {
-      const double distance = std::hypot(x + 0.5 - middle, y + 0.5 - middle);
-      const double shine = 0.25 * (1 - static_cast<double>(y) / imageSide);
-      const double light = mix(shine, 0.94, signAt(number, distance));
-      for (const int channel : {red, green, blue})
-        image->rgba.push_back(static_cast<std::uint8_t>(mix(channel, 255, light)));
-      image->rgba.push_back(255);
-    }
-  return image;
-}
-
-std::shared_ptr<UIWindow> makeHomeScreen(CGSize size, UIUserInterfaceStyle style) {
+std::shared_ptr<UIWindow> makeHomeScreen(CGSize size, UIUserInterfaceStyle style,
+                                         const HomeScreenItems& items) {
   auto window = std::make_shared<UIWindow>(CGRect{{}, size});
   addWallpaper(*window, style);
-  addIcons(*window);
-  addDock(*window, style);
+  addPage(*window, items.page);
+  addDock(*window, style, items.dock);
   window->makeKeyAndVisible();
   return window;
 }

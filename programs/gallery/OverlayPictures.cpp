@@ -1,4 +1,4 @@
-#include "programs/common/HomeScreen.h"
+#include "programs/common/HomeScreenItems.h"
 #include "programs/gallery/Gallery.h"
 #include "programs/gallery/Stage.h"
 #include "sentrel/effects/ProtectionOverlay.h"

@@ -20,8 +20,10 @@ Stage::Stage(const std::shared_ptr<const screen::PinnedFonts>& fonts, const Stag
   process_ = device_.launch("com.apple.springboard");
   process_->process().platform().textMeasuring =
       std::make_shared<screen::PangoTextMeasuring>(fonts_);
-  process_->run(
-      [this] { homeWindow_ = programs::makeHomeScreen(options_.device.size, options_.style); });
+  process_->run([this] {
+    homeWindow_ =
+        programs::makeHomeScreen(options_.device.size, options_.style, programs::inventedItems());
+  });
 }
 
 Stage::~Stage() {

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "device/screen/PangoTextMeasuring.h"
+#include "device/screen/Png.h"
 #include "device/storage/PlistFiles.h"
 #include "host/BiometricEventRelay.h"
 #include "host/SpringBoardObservers.h"
@@ -84,7 +85,8 @@ void Phone::startHomeScreen() {
   homeScreen_ = start(std::string(springBoardBundleIdentifier), [this] {
     return programs::makeHomeScreen(
         device_.screen().bounds().size,
-        device_.screen().userInterfaceStyle().value_or(UIUserInterfaceStyle::light));
+        device_.screen().userInterfaceStyle().value_or(UIUserInterfaceStyle::light),
+        programs::itemsOf(device_, screen::readPng));
   });
   // Applications have the home screen take the sensor in this one's name.
   homeScreen_->run([] { SNTouchIDManager::sharedManager(); });

@@ -1,5 +1,6 @@
 #include "programs/sim/Screens.h"
 
+#include "sentrel/bridge/SNUtils.h"
 #include "sentrel/uikit/UILabel.h"
 #include "sentrel/uikit/UIScreen.h"
 
@@ -66,7 +67,8 @@ std::shared_ptr<UIWindow> makeLockScreen(CGSize size) {
   auto window = std::make_shared<UIWindow>(CGRect{{}, size});
   window->setWindowLevel(UIWindowLevelStatusBar);
   window->setBackgroundColor(UIColor::colorWithRed(0.1, 0.13, 0.25, 1));
-  window->addSubview(makeTitle(CGRectMake(0, size.height * 0.16, size.width, 40), "Locked", 32,
+  window->addSubview(makeTitle(CGRectMake(0, size.height * 0.16, size.width, 40),
+                               std::string(SNUtils::localizedString("Locked")), 32,
                                UIColor::whiteColor()));
   window->addSubview(makeBlock(CGRectMake(size.width / 2 - 60, size.height - 16, 120, 5),
                                UIColor::colorWithWhite(1, 0.8), 2.5));

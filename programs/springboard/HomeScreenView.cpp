@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "device/screen/PangoTextMeasuring.h"
+#include "device/screen/Png.h"
 #include "programs/common/HomeScreen.h"
 #include "sentrel/controller/SentrelController.h"
 #include "sentrel/uikit/UIScreen.h"
@@ -16,7 +17,8 @@ HomeScreenView::HomeScreenView(RealProcess& self)
   self.process().platform().textMeasuring = std::make_shared<screen::PangoTextMeasuring>(fonts_);
   home_ = makeHomeScreen(
       UIScreen::mainScreen().bounds().size,
-      self.device().screen().userInterfaceStyle().value_or(UIUserInterfaceStyle::light));
+      self.device().screen().userInterfaceStyle().value_or(UIUserInterfaceStyle::light),
+      itemsOf(self.device(), screen::readPng));
   home_->setRootViewController(std::make_shared<UIViewController>());
 }
 

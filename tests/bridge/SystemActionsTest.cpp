@@ -66,7 +66,7 @@ TEST_F(LockingTheDevice, FinishesTheRelockAFifthOfASecondLater) {
     EXPECT_THAT(journal(),
                 ElementsAre("lockUIFromSource 1",
                             "homeButtonShowPasscodeRecognizerRequestsPasscodeUIToBeShown NO"));
-    EXPECT_FALSE(device.time().runNextMoment(WallTime::max())) << "nothing is queued";
+    EXPECT_FALSE(device.time().runNextMoment(SteadyTime::max())) << "nothing is queued";
     home().lockScreenManager = nullptr;
   }
 }

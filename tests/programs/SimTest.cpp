@@ -58,6 +58,25 @@ INSTANTIATE_TEST_SUITE_P(Examples, Scenario, testing::ValuesIn(scenarios()), [](
   return name;
 });
 
+TEST(Screens, SpeakTheLanguageOfTheRoot) {
+  const TemporaryFolder folder;
+  std::filesystem::copy(source / "examples/root", folder.path("en"),
+                        std::filesystem::copy_options::recursive);
+  folder.put(
+      "en/var/mobile/Library/Preferences/.GlobalPreferences.plist",
+      "<plist><dict><key>AppleLanguages</key><array><string>en</string></array></dict></plist>");
+  folder.put("day.sim", "screenshot home.png\nlock\nscreenshot lock.png\n");
+  for (const std::string& root : {(source / "examples/root").string(), folder.path("en")}) {
+    const std::string pictures = folder.path(root.substr(root.size() - 2));
+    std::filesystem::create_directories(pictures);
+    EXPECT_EQ(runProgram("sentrel-sim", {"--root", root, folder.path("day.sim"), pictures}).code,
+              0);
+  }
+  for (const char* picture : {"/home.png", "/lock.png"})
+    EXPECT_NE(folder.content(std::string("ot") + picture),
+              folder.content(std::string("en") + picture));
+}
+
 // --- The language --------------------------------------------------------------------------------
 
 class ScriptLanguage : public testing::Test {

@@ -36,6 +36,18 @@ TEST_F(Png, HoldsWhatWasPainted) {
   EXPECT_EQ(differingPixels(scene, read), 0);
 }
 
+TEST_F(Png, ThatIsReadShowsAsItWasWritten) {
+  Canvas half({2, 1}, 1);
+  painter_.paint(*makeBox(CGRectMake(0, 0, 1, 1), red().colorWithAlphaComponent(0.5)), half, {});
+  writePng(half, path("half.png"));
+  const auto image = readPng(path("half.png"));
+  ASSERT_TRUE(image);
+  EXPECT_THAT(image->rgba, ElementsAre(255, 0, 0, 128, 0, 0, 0, 0));
+  std::ofstream(path("no.png")) << "no picture";
+  EXPECT_EQ(readPng(path("no.png")), nullptr);
+  EXPECT_EQ(readPng(path("missing.png")), nullptr);
+}
+
 TEST_F(Png, PaintingTwiceGivesTheSameBytes) {
   writePng(paintScene(), path("one.png"));
   writePng(paintScene(), path("other.png"));
