@@ -44,6 +44,7 @@ set(sentrel_headers
   platform/BBBulletinRequest.h
   platform/BiometricObserver.h
   platform/Biometrics.h
+  platform/Boxed.h
   platform/CaseMapping.h
   platform/Clock.h
   platform/Cryptography.h

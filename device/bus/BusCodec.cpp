@@ -33,16 +33,20 @@ class Writer {
 
  private:
   void writeVariant(const PropertyList& value) {
-    message_.openVariant(signature(value));
-    std::visit([this](const auto& content) { write(content); }, value.value());
+    message_.openVariant(value.visit([](const auto& content) { return signatureOf(content); }));
+    value.visit([this](const auto& content) { write(content); });
     message_.closeVariant();
   }
 
-  static const std::string& signature(const PropertyList& value) {
-    static const std::string signatures[] = {"b", "x", "t", "d", "s", "ay", "(d)", "av", "a{sv}"};
-    static_assert(std::variant_size_v<PropertyList::Value> == std::size(signatures));
-    return signatures[value.value().index()];
-  }
+  static const char* signatureOf(bool) { return "b"; }
+  static const char* signatureOf(std::int64_t) { return "x"; }
+  static const char* signatureOf(std::uint64_t) { return "t"; }
+  static const char* signatureOf(double) { return "d"; }
+  static const char* signatureOf(const std::string&) { return "s"; }
+  static const char* signatureOf(const PropertyList::Data&) { return "ay"; }
+  static const char* signatureOf(PropertyList::Date) { return "(d)"; }
+  static const char* signatureOf(const PropertyList::Array&) { return "av"; }
+  static const char* signatureOf(const PropertyList::Dictionary&) { return "a{sv}"; }
 
   void write(bool value) { message_ << value; }
   void write(std::int64_t value) { message_ << value; }

@@ -20,7 +20,7 @@ class Walk {
  private:
   bool visitValue(const PropertyList& value) {
     bounds_.count(sizeOfUserInfoEntry);
-    return std::visit([this](const auto& content) { return visit(content); }, value.value());
+    return value.visit([this](const auto& content) { return visit(content); });
   }
 
   bool visit(const std::string& text) {

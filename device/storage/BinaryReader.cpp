@@ -17,8 +17,11 @@ namespace {
 using Kind = PropertyListFault::Kind;
 using namespace binary_format;
 
-/// The least that one element of a collection costs in XML: "<true/>".
+// The least that things cost in XML: an element of a collection, "<true/>"; a key, "<key></key>";
+// and what a collection that is not empty takes more than an empty one, "<dict></dict>".
 constexpr std::uint64_t smallestElementSize = 7;
+constexpr std::uint64_t smallestKeySize = 11;
+constexpr std::uint64_t collectionSize = 6;
 
 /// What an identifier costs in XML at least: its dictionary and key.
 constexpr std::uint64_t smallestIdentifierSize = 60;
@@ -201,7 +204,7 @@ class BinaryReader {
   }
 
   Value readArray(std::uint64_t start, std::size_t depth) {
-    const auto content = readContainer(start, 1);
+    const auto content = readContainer(start, /*references=*/1, smallestElementSize);
     if (!content) return std::nullopt;
     PropertyList::Array elements;
     elements.reserve(content->count);
@@ -215,7 +218,8 @@ class BinaryReader {
 
   /// The references to all keys come before those to the values.
   Value readDictionary(std::uint64_t start, std::size_t depth) {
-    const auto content = readContainer(start, 2);
+    const auto content =
+        readContainer(start, /*references=*/2, smallestKeySize + smallestElementSize);
     if (!content) return std::nullopt;
     PropertyList::Dictionary entries;
     for (std::uint64_t i = 0; i < content->count; ++i) {
@@ -237,10 +241,11 @@ class BinaryReader {
   }
 
   /// Charged before any element is read: objects of different numbers may share the same bytes.
-  std::optional<Content> readContainer(std::uint64_t start, std::uint64_t perElement) {
+  std::optional<Content> readContainer(std::uint64_t start, std::uint64_t references,
+                                       std::uint64_t elementSize) {
     const auto content = readCount(start);
-    if (!content || !lies(content->start, content->count, perElement * referenceSize_) ||
-        !charge(content->count * perElement * smallestElementSize))
+    if (!content || !lies(content->start, content->count, references * referenceSize_) ||
+        !charge(content->count == 0 ? 0 : collectionSize + content->count * elementSize))
       return std::nullopt;
     return content;
   }

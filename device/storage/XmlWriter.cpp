@@ -74,7 +74,7 @@ bool XmlWriter::end() {
 
 bool XmlWriter::add(const PropertyList& value) {
   if (out_.size() > maximumPropertyListSize) return false;
-  return std::visit([this](const auto& content) { return add(content); }, value.value());
+  return value.visit([this](const auto& content) { return add(content); });
 }
 
 bool XmlWriter::add(bool flag) {

@@ -107,6 +107,11 @@ std::string describeDictionary(const PropertyList::Dictionary& entries) {
 
 }  // namespace
 
+PropertyList::PropertyList(std::string text) : value_(Boxed(std::move(text))) {}
+PropertyList::PropertyList(Data data) : value_(Boxed(std::move(data))) {}
+PropertyList::PropertyList(Array elements) : value_(Boxed(std::move(elements))) {}
+PropertyList::PropertyList(Dictionary entries) : value_(Boxed(std::move(entries))) {}
+
 bool PropertyList::isNumber() const noexcept {
   return as<bool>() || as<std::int64_t>() || as<std::uint64_t>() || as<double>();
 }

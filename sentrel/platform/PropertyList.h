@@ -10,6 +10,7 @@
 #include <variant>
 #include <vector>
 
+#include "sentrel/platform/Boxed.h"
 #include "sentrel/platform/Export.h"
 #include "sentrel/platform/Seconds.h"
 
@@ -20,37 +21,38 @@ namespace sentrel {
 /// A plain value: copying copies the whole tree. Boolean, integer and real are types of their own,
 /// which no file and no message mixes up. An integer is unsigned only where it has to be, from 2^63
 /// on, so that equal numbers are equal values. Strings are UTF-8.
+///
+/// Two words large, whatever it holds: a file of a few bytes a value may hold a million of them.
 class SENTREL_API PropertyList {
  public:
   using Data = std::vector<std::uint8_t>;
   using Date = WallTime;
   using Array = std::vector<PropertyList>;
   using Dictionary = std::map<std::string, PropertyList, std::less<>>;
-  using Value = std::variant<bool, std::int64_t, std::uint64_t, double, std::string, Data, Date,
-                             Array, Dictionary>;
-
   PropertyList(bool value) : value_(value) {}
   template <class Integer>
   requires(std::is_integral_v<Integer> && !std::is_same_v<Integer, bool>)
       PropertyList(Integer value)
       : value_(ofInteger(value)) {}
   PropertyList(double value) : value_(value) {}
-  PropertyList(const char* text) : value_(std::string(text)) {}
-  PropertyList(std::string_view text) : value_(std::string(text)) {}
-  PropertyList(std::string text) : value_(std::move(text)) {}
-  PropertyList(Data data) : value_(std::move(data)) {}
+  PropertyList(const char* text) : PropertyList(std::string(text)) {}
+  PropertyList(std::string_view text) : PropertyList(std::string(text)) {}
+  PropertyList(std::string text);
+  PropertyList(Data data);
   PropertyList(Date date) : value_(date) {}
-  PropertyList(Array elements) : value_(std::move(elements)) {}
-  PropertyList(Dictionary entries) : value_(std::move(entries)) {}
+  PropertyList(Array elements);
+  PropertyList(Dictionary entries);
 
   /// The value if it is of exactly this type, else null.
   template <class T>
   const T* as() const noexcept {
-    return std::get_if<T>(&value_);
+    const auto* held = std::get_if<Held<T>>(&value_);
+    return held ? &contentOf(*held) : nullptr;
   }
   template <class T>
-  T* as() noexcept {
-    return std::get_if<T>(&value_);
+  T* as() {
+    auto* held = std::get_if<Held<T>>(&value_);
+    return held ? &contentOf(*held) : nullptr;
   }
 
   /// True for a boolean, an integer or a real.
@@ -64,16 +66,41 @@ class SENTREL_API PropertyList {
   float floatValue() const noexcept;
   double doubleValue() const noexcept;
 
-  const Value& value() const noexcept { return value_; }
+  /// What `visitor` returns for the value, which it is handed as the type that it is of.
+  template <class Visitor>
+  decltype(auto) visit(Visitor&& visitor) const {
+    return std::visit(
+        [&visitor](const auto& held) -> decltype(auto) { return visitor(contentOf(held)); },
+        value_);
+  }
 
   friend bool operator==(const PropertyList&, const PropertyList&) = default;
 
  private:
+  using Value = std::variant<bool, std::int64_t, std::uint64_t, double, Date, Boxed<std::string>, Boxed<Data>,
+                             Boxed<Array>, Boxed<Dictionary>>;
+
   template <class Integer>
   static constexpr Value ofInteger(Integer value) {
     if (std::cmp_greater(value, std::numeric_limits<std::int64_t>::max()))
       return static_cast<std::uint64_t>(value);
     return static_cast<std::int64_t>(value);
+  }
+
+  template <class T>
+  using Held = std::conditional_t<std::is_arithmetic_v<T> || std::is_same_v<T, Date>, T, Boxed<T>>;
+
+  template <class T>
+  static T& contentOf(T& held) noexcept {
+    return held;
+  }
+  template <class T>
+  static const T& contentOf(const Boxed<T>& held) noexcept {
+    return held.content();
+  }
+  template <class T>
+  static T& contentOf(Boxed<T>& held) {
+    return held.content();
   }
 
   Value value_;
