@@ -62,6 +62,7 @@ class XmlReader {
   }
 
   bool readRoot(PropertyList& value) {
+    if (rest_.substr(0, rest_.find('>')).ends_with('/')) return fail("a root without a value");
     if (!skipDeclaration(">")) return false;
     if (!readValue(value) || !skipBetween()) return false;
     return skipEndTag("plist") || fail("more than one value");
@@ -102,15 +103,15 @@ class XmlReader {
     return true;
   }
 
-  /// A tag or declaration with quoted values. Readers differ in whether its end may stand inside
-  /// them, so none may seem to.
+  /// A tag or declaration with quoted values. Readers differ in where it ends when its end may
+  /// stand inside them, or begin with its start, so none may seem to.
   bool skipDeclaration(std::string_view end) {
     const auto inside = rest_.substr(1, rest_.find(end, 2) - 1);
     const auto quotes = std::count(inside.begin(), inside.end(), '"');
     const auto apostrophes = std::count(inside.begin(), inside.end(), '\'');
     const bool paired =
         quotes % 2 == 0 && apostrophes % 2 == 0 && (quotes == 0 || apostrophes == 0);
-    if (!paired || inside.find_first_of("<[") != inside.npos)
+    if (!paired || inside.find_first_of("<[>") != inside.npos)
       return fail("a declaration that is not understood");
     rest_.remove_prefix(2);
     return skipTo(end);

@@ -161,7 +161,7 @@ TEST(PropertyListCoding, RefusesWhatIsNoPropertyList) {
         xml("<true/>") + "junk", xml("<true/>") + xml("<true/>"), "<plist/>", "<plist",
         "<plist(><true/></plist>", "<!DOCTYPE plist [<!ENTITY a \"b\">]><plist><true/></plist>",
         "<html></html>", "<!--><plist><true/></plist>", "<plist version='>'><true/></plist>",
-        "<?xml a='?>'?><plist><true/></plist>"}},
+        "<?xml a='?>'?><plist><true/></plist>", "<?>?><dict/>", "<plist /><dict/></plist>"}},
       {Kind::notUtf8,
        {xml("<dict><key>\xE2\x82</key><true/></dict>"), std::string("\xFF\xFE<\0p\0", 6)}},
       {Kind::tooLarge, {std::string((std::size_t{8} << 20) + 1, ' ')}}};
