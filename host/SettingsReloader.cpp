@@ -1,14 +1,70 @@
 #include "host/SettingsReloader.h"
 
+#include <algorithm>
+
 #include "sentrel/Process.h"
 #include "sentrel/bridge/Notifications.h"
 #include "sentrel/settings/SNSettings.h"
 
 namespace sentrel::host {
+namespace {
+
+constexpr Seconds firstPause{1};
+constexpr Seconds longestPause{60};
+
+}  // namespace
+
+/// What is under way; nothing of it once its owner is gone.
+class SettingsReloader::Reloading : public std::enable_shared_from_this<Reloading> {
+ public:
+  void reloadSoon() {
+    if (isDue_) return;
+    isDue_ = true;
+    queue().async([weak = weak_from_this()] {
+      if (const auto self = weak.lock()) self->reload();
+    });
+  }
+
+  void comeBack() {
+    if (isComingBack_) return;
+    isComingBack_ = true;
+    queue().after(pause_, [weak = weak_from_this()] {
+      if (const auto self = weak.lock()) self->retry();
+    });
+    pause_ = std::min(2 * pause_, longestPause);
+  }
+
+ private:
+  static MainQueue& queue() { return *Process::current().platform().mainQueue; }
+
+  void reload() {
+    isDue_ = false;
+    if (SNSettings::sharedSettings().reloadSettings())
+      pause_ = firstPause;
+    else
+      comeBack();
+  }
+
+  void retry() {
+    isComingBack_ = false;
+    if (!SNSettings::sharedSettings().isUpToDate()) reloadSoon();
+  }
+
+  bool isDue_ = false;
+  bool isComingBack_ = false;
+  Seconds pause_ = firstPause;
+};
 
 SettingsReloader::SettingsReloader()
-    : observation_(Process::current().platform().darwinCenter->addObserver(
+    : reloading_(std::make_shared<Reloading>()),
+      observation_(Process::current().platform().darwinCenter->addObserver(
           std::string(notifications::settingsChanged),
-          [](const Notification&) { SNSettings::sharedSettings().reloadSettings(); })) {}
+          [reloading = reloading_](const Notification&) { reloading->reloadSoon(); })) {
+  if (!SNSettings::sharedSettings().isUpToDate()) reloading_->comeBack();
+}
+
+void SettingsReloader::reload() const {
+  reloading_->reloadSoon();
+}
 
 }  // namespace sentrel::host

@@ -1,16 +1,27 @@
 #pragma once
 
+#include <memory>
+
 #include "sentrel/platform/NotificationCenter.h"
 
 namespace sentrel::host {
 
-/// Has the current process's settings reloaded whenever any process has changed the file. Every
-/// process makes one, and keeps it.
+/// Has the current process's settings reloaded whenever any process has changed the file: on the
+/// next turn of the main queue, once, however many notices there were. While nobody can tell what
+/// the file holds it comes back, first in a second, then less and less often, down to once a
+/// minute. Every process makes one, and keeps it.
 class SettingsReloader {
  public:
+  /// Loads the settings where they have not been yet.
   SettingsReloader();
 
+  /// As if there had been a notice.
+  void reload() const;
+
  private:
+  class Reloading;
+
+  std::shared_ptr<Reloading> reloading_;
   Observation observation_;
 };
 

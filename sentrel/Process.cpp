@@ -45,8 +45,9 @@ class Process::LateSettings final : public BridgeSettings {
   bool isLoggingEnabled() const override {
     if (const SNSettings* settings = process_.settings_.ifMade())
       return settings->isLoggingEnabled();
-    const auto file =
-        process_.platform().propertyListFiles->readDictionary(std::string(settingsFilePath));
+    const auto file = process_.platform()
+                          .propertyListFiles->readDictionary(std::string(settingsFilePath))
+                          .dictionary;
     const PropertyList* flag = file ? find(*file, settings_keys::enableLogging) : nullptr;
     return flag && flag->boolValue();
   }

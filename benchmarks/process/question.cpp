@@ -23,9 +23,8 @@ class Bundle final : public sentrel::MainBundle {
 
 class Files final : public sentrel::PropertyListFiles {
  public:
-  std::optional<sentrel::PropertyList::Dictionary> readDictionary(
-      const std::string& path) const override {
-    if (path != sentrel::settingsFilePath) return std::nullopt;
+  sentrel::DictionaryReading readDictionary(const std::string& path) const override {
+    if (path != sentrel::settingsFilePath) return sentrel::DictionaryReading::Outcome::absent;
     return sentrel::PropertyList::Dictionary{
         {"SentrelEnabled", true},
         {"SentrelApplications", sentrel::PropertyList::Array{"com.example.notes"}}};
@@ -33,6 +32,7 @@ class Files final : public sentrel::PropertyListFiles {
   bool writeDictionary(const std::string&, const sentrel::PropertyList::Dictionary&) override {
     return false;
   }
+  std::unique_ptr<Lock> lock(const std::string&) override { return nullptr; }
 };
 
 class English final : public sentrel::CaseMapping {

@@ -29,6 +29,10 @@ class DeviceRootReader {
   /// device's language. One that is not installed has its identifier and no translations.
   std::shared_ptr<SimulatedMainBundle> mainBundle(const std::string& bundleIdentifier);
 
+  /// Whether all that is there was read, be it of use or not. A device of which parts are missing
+  /// for want of a descriptor or memory, or because the disk fails, is not the one under the root.
+  bool isComplete() const noexcept { return files_.isComplete(); }
+
   /// One line for each thing that could not be used.
   const std::vector<std::string>& complaints() const noexcept { return files_.complaints(); }
 

@@ -15,7 +15,9 @@ std::optional<Dictionary> RootPropertyLists::read(const std::string& path, Missi
   auto reading = storage::readDictionaryFile(root_.hostPath(path).value_or(""));
   if (auto* dictionary = std::get_if<Dictionary>(&reading)) return std::move(*dictionary);
   const auto& fault = std::get<storage::PropertyListFault>(reading);
-  if (fault.kind != storage::PropertyListFault::Kind::missing || missing == Missing::isAFault)
+  if (storage::mayPass(fault))
+    missOut(path, storage::describe(fault));
+  else if (fault.kind != storage::PropertyListFault::Kind::missing || missing == Missing::isAFault)
     complain(path, storage::describe(fault));
   return std::nullopt;
 }
@@ -68,15 +70,22 @@ std::optional<std::string> RootPropertyLists::hostFile(const std::string& path) 
   return host && std::filesystem::is_regular_file(*host, error) ? host : std::nullopt;
 }
 
-std::vector<std::string> RootPropertyLists::foldersIn(const std::string& path) const {
+std::vector<std::string> RootPropertyLists::foldersIn(const std::string& path) {
   std::vector<std::string> names;
   std::error_code error;
   const std::string folder = root_.hostPath(path).value_or("");
   for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
        entry.increment(error))
     if (entry->is_directory(error)) names.push_back(entry->path().filename().string());
+  if (error && error != std::errc::no_such_file_or_directory && error != std::errc::not_a_directory)
+    missOut(path, "its folders cannot be listed: " + error.message());
   std::ranges::sort(names);
   return names;
+}
+
+void RootPropertyLists::missOut(const std::string& place, const std::string& fault) {
+  isComplete_ = false;
+  complain(place, fault);
 }
 
 void RootPropertyLists::complain(const std::string& place, const std::string& fault) {

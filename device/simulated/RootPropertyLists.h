@@ -49,15 +49,22 @@ class RootPropertyLists {
   std::optional<std::string> hostFile(const std::string& path) const;
 
   /// The folders in a folder in the order of their names, so that every run sees the same device.
-  std::vector<std::string> foldersIn(const std::string& path) const;
+  std::vector<std::string> foldersIn(const std::string& path);
 
   void complain(const std::string& place, const std::string& fault);
 
   /// One line for each complaint.
   const std::vector<std::string>& complaints() const noexcept { return complaints_; }
 
+  /// Whether every file was read that is there: none was left out for want of a descriptor or
+  /// memory, or because the disk failed.
+  bool isComplete() const noexcept { return isComplete_; }
+
  private:
+  void missOut(const std::string& place, const std::string& fault);
+
   storage::DeviceRoot root_;
+  bool isComplete_ = true;
   std::vector<std::string> complaints_;
 };
 

@@ -9,7 +9,7 @@ namespace sentrel::simulated {
 
 bool SimulatedFiles::writeDictionary(const std::string& path,
                                      const PropertyList::Dictionary& dictionary) {
-  if (writesFail_ || !storage::DeviceRoot("/").hostPath(path)) return false;
+  if (writesFail_ || isLocked_ || !storage::DeviceRoot("/").hostPath(path)) return false;
   const auto content = storage::serializePropertyList(dictionary);
   if (!content) return false;
   auto reading = storage::parsePropertyList(*content);

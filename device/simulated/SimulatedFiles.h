@@ -1,7 +1,7 @@
 #pragma once
 
 #include <map>
-#include <optional>
+#include <memory>
 #include <set>
 #include <string>
 
@@ -30,24 +30,38 @@ class SimulatedFiles final : public FileSystem, public PropertyListFiles {
   /// While set, every write fails, as on a full disk.
   void setWritesFail(bool value) noexcept { writesFail_ = value; }
 
+  /// While set, nobody can tell what any property-list file holds, as on a failing disk.
+  void setReadsFail(bool value) noexcept { readsFail_ = value; }
+
+  /// While set, another writer keeps the lock.
+  void setLocked(bool value) noexcept { isLocked_ = value; }
+
   int writeCount() const noexcept { return writeCount_; }
 
   bool fileExists(const std::string& path) const override {
     return plain_.contains(path) || dictionaries_.contains(path);
   }
 
-  std::optional<PropertyList::Dictionary> readDictionary(const std::string& path) const override {
+  DictionaryReading readDictionary(const std::string& path) const override {
+    if (readsFail_) return DictionaryReading::Outcome::couldNot;
     const auto file = dictionaries_.find(path);
-    return file == dictionaries_.end() ? std::nullopt : std::optional(file->second);
+    if (file == dictionaries_.end()) return DictionaryReading::Outcome::absent;
+    return file->second;
   }
 
   bool writeDictionary(const std::string& path,
                        const PropertyList::Dictionary& dictionary) override;
 
+  std::unique_ptr<Lock> lock(const std::string&) override {
+    return isLocked_ ? nullptr : std::make_unique<Lock>();
+  }
+
  private:
   std::set<std::string> plain_;
   std::map<std::string, PropertyList::Dictionary> dictionaries_;
   bool writesFail_ = false;
+  bool readsFail_ = false;
+  bool isLocked_ = false;
   int writeCount_ = 0;
 };
 

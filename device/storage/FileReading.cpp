@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include <cerrno>
+#include <cstring>
 #include <optional>
 
 #include "device/common/FileDescriptor.h"
@@ -25,11 +26,11 @@ PropertyListFault faultOf(int error) {
     case ENXIO:
       return {Kind::specialFile};
     case ELOOP:
-      return {Kind::unreadable, "its links lead in a circle"};
+      return {Kind::unreachable, "its links lead in a circle"};
     case ENAMETOOLONG:
-      return {Kind::unreadable, "its name is too long"};
+      return {Kind::unreachable, "its name is too long"};
     default:
-      return {Kind::unreadable};
+      return {Kind::unreadable, strerrordesc_np(error)};
   }
 }
 
@@ -65,11 +66,11 @@ std::variant<std::string, PropertyListFault> readWholeFile(const std::string& ho
   struct stat status {};
   if (::fstat(file.number(), &status) != 0) return faultOf(errno);
   if (const auto fault = judge(status)) return *fault;
-  // A byte more than its size shows a file that grew since.
+  // A byte more than its size shows a file that grew since, and a byte less one that shrank.
   std::string content(static_cast<std::size_t>(status.st_size) + 1, '\0');
   if (const auto fault = fill(file, content)) return *fault;
-  if (content.size() > static_cast<std::size_t>(status.st_size))
-    return PropertyListFault{Kind::unreadable, "it is being written to"};
+  if (content.size() != static_cast<std::size_t>(status.st_size))
+    return PropertyListFault{Kind::changing};
   return content;
 }
 

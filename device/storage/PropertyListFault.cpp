@@ -16,8 +16,12 @@ std::string textOfKind(PropertyListFault::Kind kind) {
       return "it is a pipe, not a file";
     case specialFile:
       return "it is a device or a socket, not a file";
+    case unreachable:
+      return "its path leads nowhere";
     case noPermission:
       return "no permission to read it";
+    case changing:
+      return "it is being written to";
     case unreadable:
       return "it cannot be read";
     case empty:
@@ -40,6 +44,11 @@ std::string textOfKind(PropertyListFault::Kind kind) {
 }
 
 }  // namespace
+
+bool mayPass(const PropertyListFault& fault) {
+  using enum PropertyListFault::Kind;
+  return fault.kind == noPermission || fault.kind == changing || fault.kind == unreadable;
+}
 
 std::string describe(const PropertyListFault& fault) {
   std::string text = textOfKind(fault.kind);

@@ -16,7 +16,9 @@ struct PropertyListFault {
     directory,
     pipe,
     specialFile,
+    unreachable,
     noPermission,
+    changing,
     unreadable,
     empty,
     tooLarge,
@@ -28,7 +30,7 @@ struct PropertyListFault {
   };
 
   Kind kind;
-  /// What exactly is wrong, where more can be said than the kind; a literal.
+  /// What exactly is wrong, where more can be said than the kind; lives for ever.
   std::string_view detail = {};
   /// The line of an XML file, counted from 1; 0 where no line can be named.
   std::size_t line = 0;
@@ -36,6 +38,9 @@ struct PropertyListFault {
 
 /// A value, or why there is none.
 using PropertyListReading = std::variant<PropertyList, PropertyListFault>;
+
+/// Whether it says nothing about what the file holds, so that a later reading may find that.
+bool mayPass(const PropertyListFault& fault);
 
 /// One clear clause for people, without the file's name: "it is damaged: ... (line 12)".
 std::string describe(const PropertyListFault& fault);

@@ -2,6 +2,7 @@
 
 #include <sys/stat.h>
 
+#include <cerrno>
 #include <string>
 #include <utility>
 
@@ -19,10 +20,15 @@ class RootedFiles final : public FileSystem {
   bool fileExists(const std::string& path) const override {
     const auto hostPath = root_.hostPath(path);
     struct stat status {};
-    return hostPath && ::stat(hostPath->c_str(), &status) == 0;
+    if (!hostPath) return false;
+    return ::stat(hostPath->c_str(), &status) == 0 || !meansNothingThere(errno);
   }
 
  private:
+  static bool meansNothingThere(int error) noexcept {
+    return error == ENOENT || error == ENOTDIR || error == ELOOP || error == ENAMETOOLONG;
+  }
+
   DeviceRoot root_;
 };
 

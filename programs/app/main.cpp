@@ -10,6 +10,7 @@
 #include "programs/common/ExitCode.h"
 #include "programs/common/LineReader.h"
 #include "programs/common/RealProcess.h"
+#include "programs/common/SettingsReport.h"
 #include "programs/common/Words.h"
 
 namespace sentrel::programs {
@@ -108,6 +109,7 @@ int run(const CommandLine& line) {
   if (address && !self.connection().isConnected())
     std::fprintf(stderr, "sentrel-app: nobody answers at %s\n", address->c_str());
   const host::SettingsReloader reloader;
+  reportUnreadSettings("sentrel-app", line.root());
   const Application application{identifier, self.loop(), address.value_or("")};
   return words.empty() ? InputCommands(self, application).run() : obeyOnce(application, words);
 }

@@ -5,6 +5,8 @@
 #include "device/real/RealParts.h"
 #include "device/simulated/DeviceRootReader.h"
 #include "device/simulated/SimulatedWiFi.h"
+#include "device/storage/SpareDescriptor.h"
+#include "programs/common/CommandLine.h"
 
 namespace sentrel::programs {
 namespace {
@@ -27,10 +29,13 @@ std::shared_ptr<bus::BusConnection> connect(const char* program,
 
 RealProcess::RealProcess(const char* program, const std::string& bundleIdentifier,
                          const std::string& root, const std::string& busAddress)
-    : loop_(std::make_shared<loop::RunLoop>()), connection_(connect(program, loop_, busAddress)) {
+    : loop_(std::make_shared<loop::RunLoop>()) {
   const bool isSpringBoard = bundleIdentifier == springBoardBundleIdentifier;
+  // Before the bus takes its descriptors: there may be few.
+  storage::SpareDescriptor::ofProcess();
   simulated::DeviceRootReader reader{storage::DeviceRoot(root)};
   reader.fill(device_);
+  connection_ = connect(program, loop_, busAddress);
   Platform platform;
   device_.addCommonParts(platform);
   if (isSpringBoard) device_.addSpringBoardClasses(platform);
@@ -44,6 +49,7 @@ RealProcess::RealProcess(const char* program, const std::string& bundleIdentifie
   Process::setMain(process_.get());
   for (const std::string& complaint : reader.complaints())
     std::fprintf(stderr, "%s: %s\n", program, complaint.c_str());
+  if (!reader.isComplete()) throw ProgramError("the device root " + root + " could not be read");
 }
 
 RealProcess::~RealProcess() = default;

@@ -14,7 +14,9 @@ namespace sentrel::programs {
 /// A program's own copy of the library on real parts: files under a device root, a connection to
 /// the bus and a run loop. What only a phone has, sensors and screens, is simulated in memory, as
 /// the device root describes it; what it describes wrongly is said on standard error. It makes
-/// itself the process that every thread is in. To be made on the main thread, once.
+/// itself the process that every thread is in. To be made on the main thread, once. Throws
+/// ProgramError where a file of the root is there and cannot be read for want of a descriptor or
+/// memory, or because the disk fails.
 class RealProcess {
  public:
   /// `busAddress` empty: no bus; nothing is answered or heard, and nothing is said about it.

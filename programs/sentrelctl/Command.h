@@ -16,6 +16,8 @@ struct Context {
   storage::DeviceRoot root() const { return storage::DeviceRoot(line.root()); }
 
   const programs::CommandLine& line;
+  /// Set by a command that sets about changing a file, of which other processes are to know.
+  bool& changesFile;
 };
 
 using Signature = programs::ExitCode(const Context& context, const Arguments& arguments);

@@ -35,8 +35,9 @@ ExitCode list(const Context& context) {
   return programs::exitDone;
 }
 
-ExitCode unprotect(const std::string& bundleIdentifier) {
+ExitCode unprotect(const Context& context, const std::string& bundleIdentifier) {
   const PropertyList folder = requireFolderOf(bundleIdentifier);
+  const SettingsChange change(context);
   SNSettings& settings = SNSettings::sharedSettings();
   if (settings.matchedFolderDataIndex(folder) < 0) {
     std::fprintf(stderr, "sentrelctl: the folder of %s is not protected\n",
@@ -49,6 +50,7 @@ ExitCode unprotect(const std::string& bundleIdentifier) {
 
 /// The first record of that name: also of a folder that is no longer as it was when it was stored.
 ExitCode forget(const Context& context, const std::string& name) {
+  const SettingsChange change(context);
   PropertyList::Array records = SNSettings::sharedSettings().enabledFolders();
   const auto record = std::ranges::find(records, name, nameOf);
   if (record == records.end()) return programs::exitNo;
@@ -59,10 +61,12 @@ ExitCode forget(const Context& context, const std::string& name) {
 
 ExitCode change(const Context& context, const std::string& what, const std::string& item) {
   requireListOrNone(context, settings_keys::folders);
-  if (what == "unprotect") return unprotect(item);
+  if (what == "unprotect") return unprotect(context, item);
   if (what == "forget") return forget(context, item);
   if (what != "protect") throw UsageError("expected folders protect, unprotect or forget");
-  requireWritten(SNSettings::sharedSettings().addToFolders(requireFolderOf(item)));
+  const PropertyList folder = requireFolderOf(item);
+  const SettingsChange change(context);
+  requireWritten(SNSettings::sharedSettings().addToFolders(folder));
   return programs::exitDone;
 }
 
@@ -71,6 +75,7 @@ ExitCode folders(const Context& context, const Arguments& arguments) {
   if (arguments.size() == 2) return change(context, arguments[0], arguments[1]);
   if (arguments[0] == "list") return list(context);
   if (arguments[0] != "reset") throw UsageError("expected folders list or reset");
+  const SettingsChange change(context);
   requireWritten(SNSettings::sharedSettings().resetAllFolders());
   return programs::exitDone;
 }

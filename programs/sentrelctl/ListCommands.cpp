@@ -19,6 +19,7 @@ const SettingsKey& requireList(const std::string& name) {
 
 ExitCode add(const Context& context, const Arguments& arguments) {
   const SettingsKey& key = requireList(arguments[0]);
+  const SettingsChange change(context);
   PropertyList::Array elements = requireListOrNone(context, key.name);
   const PropertyList item = programs::requireName(arguments[1]);
   if (std::ranges::find(elements, item) == elements.end()) elements.push_back(item);
@@ -28,6 +29,7 @@ ExitCode add(const Context& context, const Arguments& arguments) {
 
 ExitCode drop(const Context& context, const Arguments& arguments) {
   const SettingsKey& key = requireList(arguments[0]);
+  const SettingsChange change(context);
   PropertyList::Array elements = requireListOrNone(context, key.name);
   if (std::erase(elements, PropertyList(arguments[1])) == 0) return programs::exitNo;
   changeSetting(context, key.name, std::move(elements));

@@ -39,12 +39,14 @@ ExitCode showCurrent(const Context& context) {
 }
 
 ExitCode trust(const Context& context, const std::string& name) {
+  const SettingsChange change(context);
   requireListOrNone(context, settings_keys::trustedNetworks);
   requireWritten(SNSettings::sharedSettings().addToWiFiNetwork(programs::requireName(name)));
   return programs::exitDone;
 }
 
 ExitCode distrust(const Context& context, const std::string& name) {
+  const SettingsChange change(context);
   requireListOrNone(context, settings_keys::trustedNetworks);
   SNSettings& settings = SNSettings::sharedSettings();
   if (!settings.hasWiFiNetwork(name)) return programs::exitNo;

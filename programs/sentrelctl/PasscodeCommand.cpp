@@ -79,16 +79,17 @@ ExitCode setPasscode(const Context& context) {
   Secret passcode;
   readNewPasscode(passcode);
   SNSettings& settings = SNSettings::sharedSettings();
+  // Where the cipher fails, the library removes the old one.
+  if (!settings.encryptString(passcode.text()))
+    throw ProgramError("the passcode could not be enciphered; the old one, if any, is as it was");
+  const SettingsChange change(context);
   if (!settings.savePasscode(passcode.text()))
     throw ProgramError("the passcode could not be stored; the old one, if any, is as it was");
-  // Where the cipher fails, what is written is a file without a passcode.
-  if (!settings.valueForKey(settings_keys::passcode))
-    throw ProgramError("the passcode could not be enciphered; none is stored now");
   return programs::exitDone;
 }
 
 ExitCode removePasscode(const Context& context) {
-  readSettingsFile(context);
+  const SettingsChange change(context);
   if (!SNSettings::sharedSettings().removePasscode())
     throw ProgramError("the passcode could not be removed; it is as it was");
   return programs::exitDone;

@@ -6,6 +6,7 @@
 
 #include "device/storage/PlistFiles.h"
 #include "programs/common/CommandLine.h"
+#include "sentrel/Process.h"
 #include "sentrel/settings/SNSettings.h"
 
 namespace sentrel::sentrelctl {
@@ -44,7 +45,7 @@ std::optional<PropertyList> asSet(std::string_view key, std::optional<PropertyLi
   for (const ItemSet& set : itemSets) {
     if (set.key != key || !value) continue;
     SNSettings& settings = SNSettings::sharedSettings();
-    const ProtectedItems wanted(&*value);
+    const ProtectedItems wanted(*value->as<PropertyList::Array>());
     (settings.*set.setItems)(wanted);
     const ProtectedItems& kept = (settings.*set.items)();
     noteDifference(wanted, kept, "is never protected and was left out");
@@ -70,6 +71,19 @@ PropertyList::Dictionary readSettingsFile(const Context& context) {
                      (missing ? "; make it with \"sentrelctl create\"" : ""));
 }
 
+SettingsChange::SettingsChange(const Context& context)
+    : alone_(Process::current().platform().propertyListFiles->lock(std::string(settingsFilePath))) {
+  readSettingsFile(context);
+  const std::string path = settingsFileOnThisMachine(context);
+  if (!alone_)
+    throw ProgramError(path +
+                       ": another program has kept its folder for two seconds, or it could " +
+                       "not be locked; nothing is changed");
+  if (!SNSettings::sharedSettings().reloadSettings())
+    throw ProgramError(path + ": it could not be read; nothing is changed");
+  context.changesFile = true;
+}
+
 PropertyList::Array requireListOrNone(const Context& context, std::string_view key) {
   const auto file = readSettingsFile(context);
   const PropertyList* value = find(file, key);
@@ -81,7 +95,6 @@ PropertyList::Array requireListOrNone(const Context& context, std::string_view k
 
 void changeSetting(const Context& context, std::string_view key,
                    std::optional<PropertyList> value) {
-  readSettingsFile(context);
   if (!SNSettings::sharedSettings().updateSettingsData(key, asSet(key, std::move(value)),
                                                        /*postNotification=*/true))
     throw ProgramError(settingsFileOnThisMachine(context) +

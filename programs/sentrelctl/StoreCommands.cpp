@@ -1,13 +1,14 @@
 #include <cstdio>
 #include <filesystem>
 
-#include "device/storage/PlistFiles.h"
+#include "device/storage/PrivateFolders.h"
 #include "programs/common/CommandLine.h"
 #include "programs/common/OneLine.h"
 #include "programs/common/SettingsValue.h"
 #include "programs/sentrelctl/Command.h"
 #include "programs/sentrelctl/Printing.h"
 #include "programs/sentrelctl/SettingsFile.h"
+#include "sentrel/Process.h"
 #include "sentrel/bridge/Notifications.h"
 #include "sentrel/bridge/SNUtils.h"
 #include "sentrel/settings/SNSettings.h"
@@ -24,11 +25,14 @@ ExitCode create(const Context& context, const Arguments&) {
   const std::string path(settingsFilePath);
   const auto hostPath = context.root().hostPath(path);
   if (!hostPath) throw ProgramError("the device root cannot hold " + path);
+  PropertyListFiles& files = *Process::current().platform().propertyListFiles;
+  const std::string folder = std::filesystem::path(*hostPath).parent_path();
+  const auto alone = storage::makePrivateFolders(folder) ? files.lock(path) : nullptr;
   if (std::filesystem::exists(std::filesystem::symlink_status(*hostPath)))
     throw ProgramError("there is a settings file already: " + *hostPath);
-  std::filesystem::create_directories(std::filesystem::path(*hostPath).parent_path());
-  storage::PlistFiles files(context.root());
-  if (!files.writeDictionary(path, {})) throw ProgramError("could not write " + *hostPath);
+  if (!alone || !files.writeDictionary(path, {}))
+    throw ProgramError("could not write " + *hostPath);
+  context.changesFile = true;
   SNUtils::postDarwinNotification(notifications::settingsChanged);
   return programs::exitDone;
 }
@@ -75,7 +79,9 @@ ExitCode get(const Context& context, const Arguments& arguments) {
 ExitCode set(const Context& context, const Arguments& arguments) {
   const SettingsKey& key = programs::requireSettingsKey(arguments[0]);
   const Arguments values(arguments.begin() + 1, arguments.end());
-  changeSetting(context, key.name, programs::parseSettingsValue(key, values));
+  const PropertyList value = programs::parseSettingsValue(key, values);
+  const SettingsChange change(context);
+  changeSetting(context, key.name, value);
   return programs::exitDone;
 }
 
@@ -88,19 +94,18 @@ ExitCode toggle(const Context& context, const Arguments& arguments) {
   const SettingsKey& key = programs::requireSettingsKey(arguments[0]);
   if (key.type != SettingsType::boolean)
     throw UsageError(arguments[0] + " is no switch that could be toggled");
-  readSettingsFile(context);
+  const SettingsChange change(context);
   SNSettings& settings = SNSettings::sharedSettings();
   const auto before = settings.valueForKey(key.name);
   if (!before || !isOffOrOn(*before))
     throw ProgramError(arguments[0] + " holds no YES or NO that could be toggled; use set");
-  settings.toggleValue(key.name);
-  const auto after = settings.valueForKey(key.name);
-  requireWritten(after && after != before);
-  std::printf("%s\n", after->boolValue() ? "YES" : "NO");
+  requireWritten(settings.toggleValue(key.name));
+  std::printf("%s\n", before->boolValue() ? "NO" : "YES");
   return programs::exitDone;
 }
 
 ExitCode remove(const Context& context, const Arguments& arguments) {
+  const SettingsChange change(context);
   if (!entryOf(readSettingsFile(context), arguments[0])) return programs::exitNo;
   changeSetting(context, arguments[0], std::nullopt);
   return programs::exitDone;

@@ -62,12 +62,18 @@ int run(const CommandLine& line) {
   if (!command.takes(arguments.size())) throw UsageError("expected " + command.call());
   if (line.json && std::ranges::find(withJson, name) == std::end(withJson))
     throw UsageError(name + " does not print JSON");
-  if (checkCommands().find(name)) return command.run({line}, arguments);
+  bool changesFile = false;
+  if (checkCommands().find(name)) return command.run({line, changesFile}, arguments);
 
   const auto address = bus::findBus({line.root(), line.bus});
   RealProcess self("sentrelctl", "com.apple.Preferences", line.root(), address.value_or(""));
-  const auto code = command.run({line}, arguments);
+  const auto code = command.run({line, changesFile}, arguments);
   self.connection().catchUp();
+  if (changesFile && code == programs::exitDone && address && !self.connection().isConnected())
+    throw programs::ProgramError(
+        "the change is made, but the running processes could not be told of it: nobody answers "
+        "at " +
+        *address);
   return code;
 }
 

@@ -64,7 +64,7 @@ void Phone::fillFiles(const std::string& root) {
   const std::string settingsFile(settingsFilePath);
   device_.files().put(settingsFile, storage::PlistFiles(deviceRoot)
                                         .readDictionary(settingsFile)
-                                        .value_or(PropertyList::Dictionary()));
+                                        .dictionary.value_or(PropertyList::Dictionary()));
   std::error_code missing;
   const std::filesystem::directory_iterator extensions(
       deviceRoot.hostPath(extensionsFolder).value_or(""), missing);

@@ -17,6 +17,7 @@
 #include "programs/common/LineReader.h"
 #include "programs/common/Numbers.h"
 #include "programs/common/RealProcess.h"
+#include "programs/common/SettingsReport.h"
 #include "programs/common/SignalStop.h"
 #include "programs/springboard/HomeScreenView.h"
 #include "sentrel/bridge/Messages.h"
@@ -152,9 +153,9 @@ int run(const CommandLine& line) {
   RealProcess self("sentrel-springboard", std::string(springBoardBundleIdentifier), line.root(),
                    homeBus.address());
   stopOnSignals(self.loop());
-  // Before the settings are loaded: a change in between is not missed.
+  // Loads the settings, too.
   const host::SettingsReloader reloader;
-  SNSettings::sharedSettings();
+  reportUnreadSettings("sentrel-springboard", line.root);
   Session session(self);
   self.device().lock().setHandler([&self] { tellOfLock(self); });
   const host::SpringBoardObservers observers;

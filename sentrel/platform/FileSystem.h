@@ -11,7 +11,8 @@ class SENTREL_API FileSystem {
  public:
   virtual ~FileSystem() = default;
 
-  /// Whether anything stands at `path`; NO where that cannot be told.
+  /// Whether anything stands at `path`; YES where that cannot be told, since something may stand
+  /// there that needs protection.
   virtual bool fileExists(const std::string& path) const = 0;
 };
 

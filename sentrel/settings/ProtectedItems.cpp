@@ -1,16 +1,16 @@
 #include "sentrel/settings/ProtectedItems.h"
 
+#include <utility>
+
 namespace sentrel {
 
-ProtectedItems::ProtectedItems(const PropertyList* array) {
-  const auto* elements = array ? array->as<PropertyList::Array>() : nullptr;
-  if (!elements) return;
-  for (const PropertyList& element : *elements) {
-    if (const auto* text = element.as<std::string>())
-      add(*text);
-    else
-      others_.push_back(element);
-  }
+ProtectedItems::ProtectedItems(PropertyList::Array elements) : others_(std::move(elements)) {
+  std::erase_if(others_, [this](const PropertyList& element) {
+    const auto* text = element.as<std::string>();
+    if (text) add(*text);
+    return text != nullptr;
+  });
+  others_.shrink_to_fit();
 }
 
 PropertyList::Array ProtectedItems::asArray() const {

@@ -14,8 +14,8 @@ class SENTREL_API ProtectedItems {
  public:
   ProtectedItems() = default;
 
-  /// From the value under the set's key; anything but an array gives an empty set.
-  explicit ProtectedItems(const PropertyList* array);
+  /// From the list under the set's key.
+  explicit ProtectedItems(PropertyList::Array elements);
 
   bool contains(std::string_view item) const noexcept { return members_.find(item).has_value(); }
   void add(std::string_view item) { members_.add(item); }

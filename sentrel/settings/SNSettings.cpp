@@ -40,63 +40,72 @@ SNSettings::SNSettings(Platform& platform, Bridge& bridge, UnlockSessions& sessi
   loadSettings();
 }
 
-void SNSettings::loadSettings() {
-  const auto file = platform_.propertyListFiles->readDictionary(std::string(settingsFilePath));
-  loadSettings(file ? *file : PropertyList::Dictionary());
+bool SNSettings::loadSettings() {
+  auto reading = platform_.propertyListFiles->readDictionary(std::string(settingsFilePath));
+  isBehind_ = reading.outcome == DictionaryReading::Outcome::couldNot;
+  if (!isBehind_) loadSettings(std::move(reading.dictionary).value_or(PropertyList::Dictionary()));
+  return !isBehind_;
 }
 
-void SNSettings::loadSettings(const PropertyList::Dictionary& file) {
+void SNSettings::loadSettings(PropertyList::Dictionary file) {
   flipSwitchInstalled_ = false;
   for (const SettingsKey& key : allSettingsKeys()) {
-    const PropertyList* stored = find(file, key.name);
+    const auto entry = file.find(key.name);
+    PropertyList* stored = entry == file.end() ? nullptr : &entry->second;
     std::visit([&](const auto& field) { load(field, stored, key.fallback); }, key.field);
   }
+  isUnknown_ = isBehind_ = false;
 }
 
 template <class T>
-void SNSettings::load(T SettingsValues::*field, const PropertyList* stored,
+void SNSettings::load(T SettingsValues::*field, PropertyList* stored,
                       const SettingsDefault& fallback) {
   sentrel::load(values_.*field, stored, fallback);
 }
 
-void SNSettings::load(ItemSet set, const PropertyList* stored, const SettingsDefault&) {
-  setItems(set, ProtectedItems(stored));
+void SNSettings::load(ItemSet set, PropertyList* stored, const SettingsDefault&) {
+  auto* elements = stored ? stored->as<PropertyList::Array>() : nullptr;
+  setItems(set, elements ? ProtectedItems(std::move(*elements)) : ProtectedItems());
 }
 
 /// What the file does not hold stays in memory.
-void SNSettings::load(SettingsList list, const PropertyList* stored, const SettingsDefault&) {
-  const auto* entries = stored ? stored->as<PropertyList::Array>() : nullptr;
+void SNSettings::load(SettingsList list, PropertyList* stored, const SettingsDefault&) {
+  auto* entries = stored ? stored->as<PropertyList::Array>() : nullptr;
   if (!entries) return;
   if (list == SettingsList::folders)
-    setEnabledFolders(*entries);
+    setEnabledFolders(std::move(*entries));
   else
-    setWifiNetworks(*entries);
+    setWifiNetworks(std::move(*entries));
 }
 
 bool SNSettings::updateSettingsData(std::string_view key, std::optional<PropertyList> data,
                                     bool postNotification) {
   const std::string path(settingsFilePath);
-  auto file = platform_.propertyListFiles->readDictionary(path);
+  PropertyListFiles& files = *platform_.propertyListFiles;
+  const auto alone = isUpToDate() ? files.lock(path) : nullptr;
+  auto file = alone ? files.readDictionary(path).dictionary : std::nullopt;
   if (!file) return false;
   if (data)
     file->insert_or_assign(std::string(key), std::move(*data));
   else
     file->erase(std::string(key));
-  if (!platform_.propertyListFiles->writeDictionary(path, *file)) return false;
+  if (!files.writeDictionary(path, *file)) return false;
   if (postNotification) bridge_.postDarwinNotification(notifications::settingsChanged);
   return true;
 }
 
-void SNSettings::toggleValue(std::string_view key) {
-  const auto stored = valueForKey(key);
-  if (!stored || !stored->isNumber()) return;
+bool SNSettings::toggleValue(std::string_view key) {
+  const auto alone = platform_.propertyListFiles->lock(std::string(settingsFilePath));
+  const auto stored = alone ? valueForKey(key) : std::nullopt;
+  if (!stored || !stored->isNumber()) return false;
   const double number = stored->doubleValue();
-  if (number == 0 || number == 1)
-    updateSettingsData(key, PropertyList(number == 0 ? 1 : 0), /*postNotification=*/true);
+  return (number == 0 || number == 1) &&
+         updateSettingsData(key, PropertyList(number == 0 ? 1 : 0), /*postNotification=*/true);
 }
 
 std::optional<PropertyList> SNSettings::valueForKey(std::string_view key) const {
-  const auto file = platform_.propertyListFiles->readDictionary(std::string(settingsFilePath));
+  const auto file =
+      platform_.propertyListFiles->readDictionary(std::string(settingsFilePath)).dictionary;
   const PropertyList* stored = file ? find(*file, key) : nullptr;
   return stored ? std::optional(*stored) : std::nullopt;
 }

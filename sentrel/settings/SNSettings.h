@@ -27,8 +27,10 @@ class SNWiFiManager;
 /// operations that change memory and file together. A process learns of another's write by the
 /// notification that every write posts; whoever observes it calls reloadSettings.
 ///
-/// Nothing reports an error: a file that is missing or cannot be read gives the defaults, and is
-/// never created or overwritten. Main thread only, but for sharedSettings.
+/// Nothing reports an error: a file that is missing or damaged gives the defaults, and is never
+/// created or overwritten. A file of which nobody can tell what it holds, for want of a descriptor
+/// or for a failing disk, changes nothing in memory; where there is nothing in memory yet,
+/// everything is protected until it can be read. Main thread only, but for sharedSettings.
 class SENTREL_API SNSettings final : public SettingsProperties {
  public:
   /// Loads the settings file. What is handed in outlives the settings.
@@ -42,22 +44,28 @@ class SENTREL_API SNSettings final : public SettingsProperties {
 
   // --- Store -------------------------------------------------------------------------------
 
-  void loadSettings();
+  /// False when it could not be told what the file holds, so that memory is as it was; to be tried
+  /// again later.
+  bool loadSettings();
 
   /// Fills every property from `file`. Folders and networks that are absent keep their values.
-  void loadSettings(const PropertyList::Dictionary& file);
+  void loadSettings(PropertyList::Dictionary file);
 
-  void reloadSettings() { loadSettings(); }
+  bool reloadSettings() { return loadSettings(); }
+
+  /// Whether memory is what the last load found. If not, the values may be old ones, and nothing
+  /// is written: a list of old values would undo what others have changed.
+  bool isUpToDate() const noexcept { return !isBehind_; }
 
   /// Stores `data` under `key` in the file, or removes the key when it is none, and posts the
-  /// change if asked to. Memory is left as it is. False when there is no readable file or the
-  /// write fails; nothing is posted then.
+  /// change if asked to. Memory is left as it is. False when there is no readable file, when others
+  /// do not let go of it for two seconds, or when the write fails; nothing is posted then.
   bool updateSettingsData(std::string_view key, std::optional<PropertyList> data,
                           bool postNotification);
 
   /// Negates the file's YES or NO under `key`, as the integer 0 or 1. Anything else there, or
-  /// nothing, is left alone. Memory follows at the next reload.
-  void toggleValue(std::string_view key);
+  /// nothing, is left alone. Memory follows at the next reload. Whether the file took it.
+  bool toggleValue(std::string_view key);
 
   /// What the file holds under `key` now.
   std::optional<PropertyList> valueForKey(std::string_view key) const;
@@ -262,6 +270,11 @@ class SENTREL_API SNSettings final : public SettingsProperties {
     return itemSets_[static_cast<std::size_t>(set)];
   }
   ProtectedItems& items(ItemSet set) noexcept { return itemSets_[static_cast<std::size_t>(set)]; }
+  /// Always, while nobody knows what the set holds.
+  bool holds(ItemSet set, std::string_view item) const noexcept {
+    return isUnknown_ || items(set).contains(item);
+  }
+
   void setItems(ItemSet set, ProtectedItems value);
   bool addItem(ItemSet set, std::string_view item);
   bool removeItem(ItemSet set, std::string_view item);
@@ -297,10 +310,11 @@ class SENTREL_API SNSettings final : public SettingsProperties {
   bool writeFolders();
   const PropertyList* lastFolderWith(std::string_view bundleIdentifier) const;
 
+  /// `stored` is taken apart.
   template <class T>
-  void load(T SettingsValues::*field, const PropertyList* stored, const SettingsDefault& fallback);
-  void load(ItemSet set, const PropertyList* stored, const SettingsDefault& fallback);
-  void load(SettingsList list, const PropertyList* stored, const SettingsDefault& fallback);
+  void load(T SettingsValues::*field, PropertyList* stored, const SettingsDefault& fallback);
+  void load(ItemSet set, PropertyList* stored, const SettingsDefault& fallback);
+  void load(SettingsList list, PropertyList* stored, const SettingsDefault& fallback);
 
   /// `text`, or in the user's language what stands for it.
   std::string shown(const std::optional<std::string>& text, std::string_view key) const;
@@ -309,6 +323,10 @@ class SENTREL_API SNSettings final : public SettingsProperties {
   Bridge& bridge_;
   UnlockSessions& sessions_;
   SNWiFiManager& wifiManager_;
+
+  /// Until the file was read for the first time.
+  bool isUnknown_ = true;
+  bool isBehind_ = true;
   std::array<ProtectedItems, itemSetCount> itemSets_;
 
   /// The name of the system's own settings pane, as it was when that set was last filled.

@@ -87,7 +87,7 @@ bool SNSettings::resetAllFolders() {
 
 bool SNSettings::hasFolder(const PropertyList& record, bool ignoreAllOther) const {
   if (!ignoreAllOther && !passesGate(SessionItem::record(record))) return false;
-  return matchedFolderDataIndex(record) >= 0;
+  return isUnknown_ || matchedFolderDataIndex(record) >= 0;
 }
 
 bool SNSettings::isFolderProtected(const SBFolder& folder, bool ignoreAllOther) const {

@@ -37,7 +37,7 @@ bool SNSettings::isFlipSwitchInstalled() const {
 }
 
 bool SNSettings::isMember(ItemSet set, std::string_view item, bool ignoreAllOther) const {
-  return (ignoreAllOther || passesGate(item)) && items(set).contains(item);
+  return (ignoreAllOther || passesGate(item)) && holds(set, item);
 }
 
 bool SNSettings::isAppProtected() const {
@@ -56,7 +56,7 @@ bool SNSettings::isSpecifierProtected(std::string_view paneName, bool ignoreAllO
 bool SNSettings::isFlipSwitchProtected(std::string_view switchIdentifier,
                                        bool ignoreAllOther) const {
   return (ignoreAllOther || passesSwitchGate(switchIdentifier)) &&
-         items(ItemSet::flipSwitches).contains(switchIdentifier);
+         holds(ItemSet::flipSwitches, switchIdentifier);
 }
 
 bool SNSettings::isControlCenterItemProtected(std::string_view itemIdentifier,
@@ -66,7 +66,7 @@ bool SNSettings::isControlCenterItemProtected(std::string_view itemIdentifier,
 
 bool SNSettings::isSystemServiceProtected(std::string_view service, bool ignoreAllOther) const {
   return (ignoreAllOther || passesGate(service)) &&
-         protectedServices_.contains(service, *platform_.caseMapping);
+         (isUnknown_ || protectedServices_.contains(service, *platform_.caseMapping));
 }
 
 bool SNSettings::isAppArrangementProtected() const {

@@ -104,7 +104,8 @@ class SettingsProperties {
   SettingsProperties() = default;
   ~SettingsProperties() = default;
 
-  SettingsValues values_;
+  /// All locked until the file was read for the first time.
+  SettingsValues values_ = SettingsValues::allLocked();
 };
 
 }  // namespace sentrel

@@ -41,6 +41,23 @@ struct SettingsValues {
   std::optional<std::string> callerNameText;
   std::optional<std::string> callerLabelText;
   std::optional<std::string> blurEffectText;
+
+  /// What holds while nobody knows what the user chose: everything is protected, and nothing stands
+  /// in for a proof.
+  static SettingsValues allLocked() {
+    SettingsValues values;
+    for (bool SettingsValues::*flag :
+         {&SettingsValues::sentrelEnabled, &SettingsValues::appArrangementProtected,
+          &SettingsValues::is3DTouchProtected, &SettingsValues::appSwitcherProtected,
+          &SettingsValues::respringProtected, &SettingsValues::rebootProtected,
+          &SettingsValues::callerIDProtected,
+          &SettingsValues::callerIDProtectedRemoveFromLockScreen,
+          &SettingsValues::hideCallerInfoOnAttentionAway, &SettingsValues::showNotificationAlert,
+          &SettingsValues::photosProtected, &SettingsValues::allFoldersProtected,
+          &SettingsValues::blurEffectsOn})
+      values.*flag = true;
+    return values;
+  }
 };
 
 }  // namespace sentrel

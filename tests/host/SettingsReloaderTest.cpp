@@ -25,5 +25,44 @@ TEST_F(SettingsReloader, BringsAnotherProcessesWriteAsLongAsItLives) {
   EXPECT_TRUE(isEnabledInApp());
 }
 
+/// Says how often it was read.
+class CountedFiles final : public PropertyListFiles {
+ public:
+  DictionaryReading readDictionary(const std::string&) const override {
+    ++reads;
+    return outcome;
+  }
+  bool writeDictionary(const std::string&, const PropertyList::Dictionary&) override {
+    return false;
+  }
+  std::unique_ptr<Lock> lock(const std::string&) override { return nullptr; }
+
+  DictionaryReading::Outcome outcome = DictionaryReading::Outcome::absent;
+  mutable int reads = 0;
+};
+
+TEST_F(SettingsReloader, ReloadsOnceATurnAndComesBackToAFileThatCannotBeRead) {
+  const auto files = std::make_shared<CountedFiles>();
+  app->process().platform().propertyListFiles = files;
+  const auto reloader = inApp([] { return std::make_unique<host::SettingsReloader>(); });
+  const auto readsAfter = [&](int notices, Seconds time) {
+    files->reads = 0;
+    for (int i = 0; i < notices; ++i)
+      device.darwin().post({"com.quorvin.sentrelSettingsChanged", std::nullopt});
+    device.time().advance(time);
+    return files->reads;
+  };
+  EXPECT_EQ(readsAfter(100, Seconds(0)), 1);
+  EXPECT_EQ(readsAfter(0, Seconds(1e3)), 0);
+  files->outcome = DictionaryReading::Outcome::couldNot;
+  EXPECT_EQ(readsAfter(100, Seconds(0)), 1);
+  EXPECT_EQ(readsAfter(1, Seconds(0.5)), 1);
+  EXPECT_EQ(readsAfter(0, Seconds(0.5)), 1) << "after one second";
+  EXPECT_EQ(readsAfter(0, Seconds(2)), 1) << "after two more";
+  EXPECT_GE(readsAfter(0, Seconds(1000)), 15) << "at least once a minute";
+  files->outcome = DictionaryReading::Outcome::absent;
+  EXPECT_EQ(readsAfter(0, Seconds(1000)), 1);
+}
+
 }  // namespace
 }  // namespace sentrel

@@ -50,7 +50,8 @@ class Sentrelctl : public ::testing::Test {
   std::string settingsFile() { return root.path() + std::string(settingsFilePath); }
 
   PropertyList::Dictionary stored() {
-    return files.readDictionary(std::string(settingsFilePath)).value_or(PropertyList::Dictionary());
+    return files.readDictionary(std::string(settingsFilePath))
+        .dictionary.value_or(PropertyList::Dictionary());
   }
 
   void writeRaw(const std::string& content) {
@@ -310,7 +311,7 @@ TEST_F(Sentrelctl, PasscodeThatCannotBeEncipheredIsNotSaidToBeStored) {
   const bus::Environment environment("OPENSSL_CONF", configuration);
   const ProgramResult result = run({"passcode", "set"}, "135790\n");
   EXPECT_EQ(result.code, 3);
-  EXPECT_NE(result.errors.find("none is stored"), std::string::npos) << result.errors;
+  EXPECT_NE(result.errors.find("is as it was"), std::string::npos) << result.errors;
   EXPECT_EQ(run({"get", "SentrelPasscode"}).code, 1);
 }
 
@@ -574,6 +575,30 @@ TEST_F(SentrelctlOnABus, TellsEveryProcessOfANewFile) {
   EXPECT_EQ(
       runProgram("sentrelctl", {"--root", root.path(), "--bus", bus_.address(), "create"}).code, 0);
   EXPECT_TRUE(bus::runUntil(*loop_, [&told] { return told == 1; }));
+}
+
+TEST_F(Sentrelctl, SaysThatItCouldNotTellTheOthers) {
+  create();
+  const Call silent{"--bus", "unix:path=" + root.path("nobody")};
+  const auto at = [&](Call call) {
+    call.insert(call.begin(), silent.begin(), silent.end());
+    return run(call);
+  };
+  const auto added = at({"add", "SentrelApplications", "com.example.notes"});
+  EXPECT_EQ(added.code, 3);
+  EXPECT_THAT(added.errors, testing::HasSubstr("the change is made"));
+  EXPECT_EQ(stored().at("SentrelApplications"),
+            PropertyList(PropertyList::Array{"com.example.notes"}));
+  EXPECT_EQ(at({"get", "SentrelApplications"}).code, 0) << "nothing to tell";
+}
+
+TEST_F(Sentrelctl, ChangesNothingWhileAnotherWriterDoesNotLetGo) {
+  create();
+  const auto held = files.lock(std::string(settingsFilePath));
+  const auto refused = run({"set", "SentrelEnabled", "YES"});
+  EXPECT_EQ(refused.code, 3);
+  EXPECT_TRUE(isOneLine(refused.errors)) << refused.errors;
+  EXPECT_EQ(stored(), PropertyList::Dictionary());
 }
 
 }  // namespace

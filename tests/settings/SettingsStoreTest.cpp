@@ -11,6 +11,7 @@
 namespace sentrel {
 namespace {
 
+using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::UnorderedElementsAre;
 using Array = PropertyList::Array;
@@ -179,9 +180,8 @@ TEST_F(SettingsStore, OwnPaneIsAlwaysProtectedAndOwnSwitchNever) {
   EXPECT_EQ(settingsFile().at("SentrelSettingsBundles"), PropertyList(Array{"Wächter"}));
   EXPECT_EQ(settingsFile().at("SentrelFlipSwitches"), PropertyList(Array{"other"}));
 
-  const PropertyList list(Array{ownSwitch});
   settings().setProtectedSettings(ProtectedItems());
-  settings().setProtectedFlipSwitches(ProtectedItems(&list));
+  settings().setProtectedFlipSwitches(ProtectedItems(Array{ownSwitch}));
   EXPECT_TRUE(holds());
 
   device.files().remove(std::string(settingsFilePath));
@@ -255,6 +255,60 @@ TEST_F(SettingsStore, ToggleNegatesYesAndNoAndLeavesTheRest) {
   }
   settings().toggleValue("Absent");
   EXPECT_EQ(settings().valueForKey("Absent"), std::nullopt);
+}
+
+TEST_F(SettingsStore, KeepsWhatItKnowsAndWritesNothingWhileTheFileCannotBeRead) {
+  useSettings({{"SentrelEnabled", true}, {"SentrelApplications", Array{"a"}}});
+  device.files().put(std::string(settingsFilePath), {{"SentrelApplications", Array{"b"}}});
+  device.files().setReadsFail(true);
+  EXPECT_FALSE(settings().reloadSettings());
+  device.files().setReadsFail(false);
+  EXPECT_TRUE(settings().isAppProtected("a"));
+  EXPECT_FALSE(settings().addToProtectedApps("c")) << "b would be lost";
+  EXPECT_TRUE(settings().reloadSettings());
+  EXPECT_TRUE(settings().addToProtectedApps("c"));
+  EXPECT_EQ(settingsFile().at("SentrelApplications"), PropertyList(Array{"b", "c"}));
+  device.files().setLocked(true);
+  EXPECT_FALSE(settings().toggleValue("SentrelEnabled"));
+  EXPECT_FALSE(settings().updateSettingsData("key", true, /*postNotification=*/true));
+}
+
+TEST_F(SettingsStore, EverythingIsLockedUntilTheFileWasRead) {
+  device.files().setReadsFail(true);
+  device.wifi().joined = "home";
+  device.files().touch("/Library/MobileSubstrate/DynamicLibraries/Flipswitch.dylib");
+  device.files().touch("/Library/MobileSubstrate/DynamicLibraries/FlipControlCenter.dylib");
+  const auto late = device.launch("com.example.late");
+  const PropertyList folder(Dictionary{{"SentrelFolderDisplayName", "Work"}});
+  const auto locks = [&folder](const SNSettings& it) {
+    return std::vector<bool>{it.isAppProtected(),
+                             it.isAppProtected("x", /*ignoreAllOther=*/true),
+                             it.isNotificationsAppProtected("x"),
+                             it.isSpecifierProtected("x"),
+                             it.isFlipSwitchProtected("x"),
+                             it.isControlCenterItemProtected("x"),
+                             it.isSystemServiceProtected("x"),
+                             it.isAppArrangementProtected(),
+                             it.isAppSwitcherProtected(),
+                             it.isRespringProtected(),
+                             it.isRebootProtected(),
+                             it.isPhotosProtected(),
+                             it.isCallerIDProtected(),
+                             it.isCallerIDProtectedRemoveFromLockScreen(),
+                             it.isHideCallerInfoOnAttentionAway(),
+                             it.hasFolder(folder),
+                             it.isAllFoldersProtected(),
+                             it.is3DTouchProtected()};
+  };
+  late->run([&] {
+    SNSettings& unknown = SNSettings::sharedSettings();
+    EXPECT_THAT(locks(unknown), Each(true));
+    EXPECT_FALSE(unknown.isUnlockWithAppleWatch() || unknown.isRememberUnlockSession() ||
+                 unknown.isCurrentlyConnectedToTrustedNetwork() || unknown.validatePasscode(""));
+    device.files().setReadsFail(false);
+    EXPECT_TRUE(unknown.reloadSettings()) << "there is no file";
+    EXPECT_THAT(locks(unknown), Each(false));
+  });
 }
 
 }  // namespace

@@ -1,6 +1,9 @@
 #include "device/storage/DeviceRoot.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include "device/storage/RootedFiles.h"
 #include "tests/support/CountedAllocations.h"
@@ -35,6 +38,21 @@ TEST(RootedFiles, KnowsWhatExists) {
   EXPECT_FALSE(files.fileExists("/file/below"));
   EXPECT_FALSE(files.fileExists("/dangling"));
   EXPECT_FALSE(files.fileExists("file"));
+  EXPECT_FALSE(files.fileExists("/" + std::string(300, 'n')));
+}
+
+TEST(RootedFiles, TakeWhatCannotBeToldForThere) {
+  const TemporaryFolder folder;
+  const RootedFiles files{DeviceRoot(folder.path())};
+  ASSERT_EQ(::chmod(folder.path().c_str(), 0700), 0);
+  const pid_t child = ::fork();
+  // Root may look everywhere; a user without a name may not.
+  if (child == 0)
+    ::_exit(::setuid(65534) == 0 || ::chmod(folder.path().c_str(), 0) == 0 ? !files.fileExists("/x")
+                                                                           : 2);
+  int status = -1;
+  ::waitpid(child, &status, 0);
+  EXPECT_EQ(status, 0);
 }
 
 TEST(RootedFiles, AllocateForThePathOnThisMachineAlone) {

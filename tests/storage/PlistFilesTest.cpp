@@ -11,6 +11,7 @@
 #include <unistd.h>
 
 #include "device/common/FileDescriptor.h"
+#include "device/storage/PrivateFolders.h"
 #include "device/storage/PropertyListCoding.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -26,7 +27,12 @@ class PlistFilesTest : public testing::Test {
     const auto reading = readDictionaryFile(folder_.path(name));
     const auto* fault = std::get_if<PropertyListFault>(&reading);
     // The port must see it as the diagnosis does.
-    EXPECT_EQ(files_.readDictionary("/" + name).has_value(), fault == nullptr);
+    using enum DictionaryReading::Outcome;
+    const auto expected = !fault                         ? read
+                          : fault->kind == Kind::missing ? absent
+                          : mayPass(*fault)              ? couldNot
+                                                         : damaged;
+    EXPECT_EQ(files_.readDictionary("/" + name).outcome, expected);
     return fault ? std::optional(fault->kind) : std::nullopt;
   }
 
@@ -73,8 +79,8 @@ TEST_F(PlistFilesTest, TellsWhyAFileCannotBeRead) {
   EXPECT_EQ(faultAt("pipe"), Kind::pipe);
   EXPECT_EQ(faultAt("device"), Kind::specialFile);
   EXPECT_EQ(faultAt("socket"), Kind::specialFile);
-  EXPECT_EQ(faultAt("circle"), Kind::unreadable);
-  EXPECT_EQ(faultAt(std::string(300, 'n')), Kind::unreadable);
+  EXPECT_EQ(faultAt("circle"), Kind::unreachable);
+  EXPECT_EQ(faultAt(std::string(300, 'n')), Kind::unreachable);
   EXPECT_EQ(faultAt("empty"), Kind::empty);
   EXPECT_EQ(faultAt("array"), Kind::notADictionary);
   EXPECT_EQ(faultAt("damaged"), Kind::damaged);
@@ -92,6 +98,23 @@ TEST_F(PlistFilesTest, ReadsNothingWithoutPermission) {
   EXPECT_EQ(status, 0);
 }
 
+TEST_F(PlistFilesTest, ReadsWithoutADescriptorLeftAndSaysWhenItCannot) {
+  ASSERT_TRUE(files_.writeDictionary("/settings", old_));
+  const int status = inChild([this] {
+    const rlimit limit{64, 64};
+    ::setrlimit(RLIMIT_NOFILE, &limit);
+    while (::dup(0) >= 0) {
+    }
+    for (int i = 0; i < 3; ++i)
+      if (files_.readDictionary("/settings") != old_) ::_exit(1);
+    const rlimit none{0, 0};
+    ::setrlimit(RLIMIT_NOFILE, &none);
+    ::_exit(files_.readDictionary("/settings").outcome == DictionaryReading::Outcome::couldNot ? 0
+                                                                                               : 2);
+  });
+  EXPECT_EQ(status, 0);
+}
+
 TEST_F(PlistFilesTest, RefusesALargeFileWithoutReadingIt) {
   folder_.put("large", "<plist><dict/></plist>");
   fs::resize_file(folder_.path("large"), 64 << 20);
@@ -104,15 +127,77 @@ TEST_F(PlistFilesTest, RefusesALargeFileWithoutReadingIt) {
   EXPECT_EQ(status, 0);
 }
 
-TEST_F(PlistFilesTest, KeepsTheModeAndMakesNewFilesPrivate) {
-  const mode_t mask = ::umask(0);
-  EXPECT_TRUE(files_.writeDictionary("/settings", old_));
-  EXPECT_EQ(modeOf("settings"), 0600u);
-  ASSERT_EQ(::chmod(folder_.path("settings").c_str(), 0644), 0);
-  ::umask(077);
+TEST_F(PlistFilesTest, KeepsTheModeAndMakesWhatIsNewPrivate) {
+  const mode_t usual = ::umask(0);
+  for (const mode_t mask : {0U, 022U, 077U, 0777U}) {
+    ::umask(mask);
+    const std::string folder = std::to_string(mask);
+    EXPECT_TRUE(makePrivateFolders(folder_.path(folder + "/below")));
+    EXPECT_TRUE(files_.writeDictionary("/" + folder + "/below/settings", old_));
+    EXPECT_EQ(modeOf(folder), 0700u);
+    EXPECT_EQ(modeOf(folder + "/below"), 0700u);
+    EXPECT_EQ(modeOf(folder + "/below/settings"), 0600u);
+    ASSERT_EQ(::chmod(folder_.path(folder + "/below/settings").c_str(), 0644), 0);
+    EXPECT_TRUE(files_.writeDictionary("/" + folder + "/below/settings", new_));
+    EXPECT_EQ(modeOf(folder + "/below/settings"), 0644u);
+  }
+  ::umask(usual);
+}
+
+TEST_F(PlistFilesTest, OneWriterAtATimeAndNobodyWaitsForAStuckOneForEver) {
+  ASSERT_TRUE(files_.writeDictionary("/settings", old_));
+  fs::create_directory(folder_.path("elsewhere"));
+  fs::create_symlink("../settings", folder_.path("elsewhere/link"));
+  PlistFiles others(DeviceRoot(folder_.path()), Seconds(0.02));
+  auto held = files_.lock("/elsewhere/link");
+  EXPECT_TRUE(files_.lock("/settings")) << "its holder may write";
   EXPECT_TRUE(files_.writeDictionary("/settings", new_));
-  EXPECT_EQ(modeOf("settings"), 0644u);
-  ::umask(mask);
+  EXPECT_FALSE(others.lock("/settings"));
+  EXPECT_FALSE(others.writeDictionary("/settings", old_));
+  EXPECT_EQ(others.readDictionary("/settings"), new_) << "readers do not wait";
+  held.reset();
+  EXPECT_TRUE(others.writeDictionary("/settings", old_));
+  EXPECT_FALSE(files_.lock("/missing/settings"));
+  const int status = inChild([&others] {
+    const auto forEver = others.lock("/settings");
+    ::raise(SIGKILL);
+  });
+  EXPECT_EQ(status, SIGKILL);
+  EXPECT_TRUE(others.lock("/settings"));
+}
+
+TEST_F(PlistFilesTest, SeveralWritersLoseNothing) {
+  constexpr int writers = 4;
+  constexpr int rounds = 25;
+  ASSERT_TRUE(files_.writeDictionary("/settings", {}));
+  const auto addAll = [this](int writer) {
+    for (int i = 0; i < rounds; ++i) {
+      const auto alone = files_.lock("/settings");
+      auto file = files_.readDictionary("/settings").dictionary;
+      file->emplace(std::to_string(writer) + "." + std::to_string(i), true);
+      if (!files_.writeDictionary("/settings", *file)) ::_exit(1);
+    }
+  };
+  std::vector<pid_t> children;
+  for (int writer = 0; writer < writers; ++writer)
+    if (children.push_back(::fork()); children.back() == 0) {
+      addAll(writer);
+      ::_exit(0);
+    }
+  for (const pid_t child : children) {
+    int status = -1;
+    EXPECT_EQ(::waitpid(child, &status, 0), child);
+    EXPECT_EQ(status, 0);
+  }
+  EXPECT_EQ(files_.readDictionary("/settings").dictionary->size(), writers * rounds);
+}
+
+TEST_F(PlistFilesTest, ClearsAwayWhatKilledWritersLeft) {
+  for (const char* name : {".settings.a1B2c3", ".settings.a1B2c", ".other.a1B2c3", "settings"})
+    folder_.put(name, "");
+  EXPECT_TRUE(files_.writeDictionary("/settings", new_));
+  EXPECT_FALSE(fs::exists(folder_.path(".settings.a1B2c3")));
+  EXPECT_EQ(folder_.count(), 3) << "what is another's stays";
 }
 
 TEST_F(PlistFilesTest, KeepsTheOwner) {

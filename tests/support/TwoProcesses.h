@@ -45,7 +45,7 @@ class TwoProcesses : public ::testing::Test {
   PropertyList::Dictionary settingsFile() {
     return device.files()
         .readDictionary(std::string(settingsFilePath))
-        .value_or(PropertyList::Dictionary());
+        .dictionary.value_or(PropertyList::Dictionary());
   }
 
   /// How often the Darwin notification `name` was posted so far.
