@@ -3,7 +3,7 @@
 preset ?= release
 build := build/$(preset)
 
-.PHONY: setup build test demo bench fuzz lint format check-format check-includes sanitize install clean
+.PHONY: setup build test demo bench fuzz torture lint format check-format check-includes sanitize install clean
 
 setup:
 	@tools/setup
@@ -28,6 +28,10 @@ seconds ?= 60
 fuzz: setup
 	@cmake --preset fuzz && cmake --build build/fuzz
 	@tools/fuzz build/fuzz/bin $(seconds)
+
+# Kills, faults, crowds and other people's files; takes minutes.
+torture: build
+	@tools/torture $(build)/bin
 
 # The tests under the address, undefined-behaviour and thread sanitizers.
 sanitize:
