@@ -53,7 +53,8 @@ void PasscodeKeeper::say(const std::string& text) const {
 // --- The passcode --------------------------------------------------------------------------------
 
 bool PasscodeKeeper::canReadSettings() const {
-  return platform_.propertyListFiles->readDictionary(std::string(settingsFilePath)).has_value();
+  return platform_.propertyListFiles->readDictionary(std::string(settingsFilePath))
+      .dictionary.has_value();
 }
 
 std::optional<std::string> PasscodeKeeper::passcode() {

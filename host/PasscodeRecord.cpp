@@ -6,7 +6,7 @@ namespace sentrel::host {
 
 PropertyList::Dictionary PasscodeRecord::entries() const {
   auto entries = platform_.propertyListFiles->readDictionary(passcodeRecordPath)
-                     .value_or(PropertyList::Dictionary());
+                     .dictionary.value_or(PropertyList::Dictionary());
   for (const auto& [key, value] : unwritten_)
     entries.insert_or_assign(key, value);
   return entries;
@@ -26,9 +26,10 @@ std::optional<bool> PasscodeRecord::flag(const std::string& key) const {
 
 void PasscodeRecord::store(const std::string& key, PropertyList value) {
   unwritten_.insert_or_assign(key, std::move(value));
-  const bool isUnreadable = platform_.files->fileExists(passcodeRecordPath) &&
-                            !platform_.propertyListFiles->readDictionary(passcodeRecordPath);
-  if (!isUnreadable && platform_.propertyListFiles->writeDictionary(passcodeRecordPath, entries()))
+  using enum DictionaryReading::Outcome;
+  const auto outcome = platform_.propertyListFiles->readDictionary(passcodeRecordPath).outcome;
+  if ((outcome == read || outcome == absent) &&
+      platform_.propertyListFiles->writeDictionary(passcodeRecordPath, entries()))
     unwritten_.clear();
 }
 

@@ -77,7 +77,7 @@ bool BinaryWriter::end() {
 
 bool BinaryWriter::add(const PropertyList& value) {
   if (out_.size() > maximumPropertyListSize) return false;
-  return std::visit([this](const auto& content) { return add(content); }, value.value());
+  return value.visit([this](const auto& content) { return add(content); });
 }
 
 bool BinaryWriter::add(bool flag) {

@@ -68,7 +68,7 @@ std::string of(const PropertyList::Dictionary& entries) {
 }  // namespace
 
 std::string json(const PropertyList& value) {
-  return std::visit([](const auto& content) { return of(content); }, value.value());
+  return value.visit([](const auto& content) { return of(content); });
 }
 
 }  // namespace sentrel::programs

@@ -155,7 +155,7 @@ int run(const CommandLine& line) {
   stopOnSignals(self.loop());
   // Loads the settings, too.
   const host::SettingsReloader reloader;
-  reportUnreadSettings("sentrel-springboard", line.root);
+  reportUnreadSettings("sentrel-springboard", line.root());
   Session session(self);
   self.device().lock().setHandler([&self] { tellOfLock(self); });
   const host::SpringBoardObservers observers;

@@ -77,8 +77,8 @@ class SENTREL_API PropertyList {
   friend bool operator==(const PropertyList&, const PropertyList&) = default;
 
  private:
-  using Value = std::variant<bool, std::int64_t, std::uint64_t, double, Date, Boxed<std::string>, Boxed<Data>,
-                             Boxed<Array>, Boxed<Dictionary>>;
+  using Value = std::variant<bool, std::int64_t, std::uint64_t, double, Date, Boxed<std::string>,
+                             Boxed<Data>, Boxed<Array>, Boxed<Dictionary>>;
 
   template <class Integer>
   static constexpr Value ofInteger(Integer value) {
