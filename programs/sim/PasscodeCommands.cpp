@@ -123,11 +123,11 @@ Action erase(Phone&, const Words& words) {
 }
 
 constexpr Command commands[] = {
-    {"passcode-screen", "FLOW [PLACE]",
-     "begins a settings flow: enable, change, turn-off; modal or pushed", 1, 2, passcodeScreen},
+    {"passcode-screen", "enable|change|turn-off [modal|pushed]", "begins a settings flow", 1, 2,
+     passcodeScreen},
     {"lock-screen", "[LOGOUT-TITLE]", "slides the lock screen in", 0, 1, lockScreen},
     {"close-screen", "", "has the application close it", 0, 0, closeScreen},
-    {"passcode-form", "FORM [PLACE]", "switches it to digits or free text", 1, 2, form},
+    {"passcode-form", "digits|free [modal|pushed]", "switches the form", 1, 2, form},
     {"passcode-digits", "NUMBER", "sets how many digits a new passcode has", 1, 1, digits},
     {"passcode-storage", "prompt|own", "the prompt's passcode, or one of any length in memory", 1,
      1, storage},
@@ -203,7 +203,7 @@ Check expectKeyboard(Phone&, const Words& words) {
 }
 
 constexpr Expectation screenExpectations[] = {
-    {"screen", "FLOW", "what it is up for: lock, a settings flow, or none", 1, 1, expectFlow},
+    {"screen", "lock|enable|change|turn-off|none", "what it is up for", 1, 1, expectFlow},
     {"screen-title", "TEXT", "the title in its bar", 1, 1,
      [](Phone&, const Words& words) { return ofText(&ShownPasscodeScreen::title, words[0]); }},
     {"screen-prompt", "TEXT", "what it asks for", 1, 1,
@@ -216,8 +216,9 @@ constexpr Expectation screenExpectations[] = {
     {"fields-hidden", "", "it waits for a finger", 0, 0,
      [](Phone&, const Words&) { return ofFlag(&ShownPasscodeScreen::isHidden); }},
     {"covered", "BUNDLE-ID", "a running application's content is hidden", 1, 1, expectCovered},
-    {"keyboard", "KIND", "what is typed on: digits, letters or none", 1, 1, expectKeyboard},
-    {"stored-passcode", "TEXT", "what its delegate has stored, or none", 1, 1, expectStored},
+    {"keyboard", "digits|letters|none", "the keyboard of whatever is typed into", 1, 1,
+     expectKeyboard},
+    {"stored-passcode", "PASSCODE|none", "what the delegate has stored", 1, 1, expectStored},
 };
 
 }  // namespace

@@ -16,7 +16,6 @@
 #include "sentrel/biometrics/SNTouchIDManager.h"
 #include "sentrel/bridge/Messages.h"
 #include "sentrel/bridge/SNUtils.h"
-#include "sentrel/bridge/SystemVersion.h"
 #include "sentrel/controller/SentrelController.h"
 #include "sentrel/settings/SettingsKeys.h"
 
@@ -179,10 +178,7 @@ void Phone::turn(UIInterfaceOrientation orientation) {
   CGSize size = device_.screen().bounds().size;
   const bool isLandscape = orientation == UIInterfaceOrientation::landscapeLeft ||
                            orientation == UIInterfaceOrientation::landscapeRight;
-  // Before system 8 a window stays upright, and what is in it turns.
-  const bool turnsWindows =
-      homeScreen_->run([] { return isSystemVersionAtLeast(Process::current().platform(), 8); });
-  if (turnsWindows && isLandscape != (size.width > size.height)) std::swap(size.width, size.height);
+  if (isLandscape != (size.width > size.height)) std::swap(size.width, size.height);
   device_.screen().setBounds({{}, size});
   homeScreen_->turn(orientation, size);
   for (const auto& application : applications_)
