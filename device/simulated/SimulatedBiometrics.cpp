@@ -29,25 +29,20 @@ class WithDelegate : public Base, public SensorListener {
 class Interface final : public WithDelegate<BiometricInterface> {
  public:
   /// When its delegate is told of events.
-  enum class Tells { always, whileHeld, whileMatching };
+  enum class Tells { always, whileMatching };
 
   Interface(SharedSensor sensor, Tells tells) : WithDelegate(std::move(sensor)), tells_(tells) {}
 
   void setMatching(bool value) { isMatching_ = value; }
 
   void sensed(BiometricEvent event) override {
-    if (!isHeard()) return;
+    if (tells_ == Tells::whileMatching && !isMatching_) return;
     if (const Observer told = delegate())
       told->biometricKitInterfaceHandleEvent(
           std::static_pointer_cast<Interface>(shared_from_this()), event);
   }
 
  private:
-  bool isHeard() const {
-    if (tells_ == Tells::always) return true;
-    return tells_ == Tells::whileHeld ? sensor_->isHeld() : isMatching_;
-  }
-
   Tells tells_;
   bool isMatching_ = false;
 };
@@ -169,7 +164,6 @@ void SimulatedBiometricResource::_deactivateAssertion(const Assertion& assertion
 }
 
 void SimulatedBiometricResource::sensed(BiometricEvent event) {
-  if (!sensor_->isHeld()) return;
   observers_.tell([&](BiometricObserver& observer) {
     observer.biometricKitInterfaceObserveEvent(interface_, event);
   });
@@ -177,9 +171,7 @@ void SimulatedBiometricResource::sensed(BiometricEvent event) {
 
 std::shared_ptr<BiometricInterface> makeBiometricInterface(const SharedSensor& sensor,
                                                            int version) {
-  // Older systems know no assertions.
-  return makeInterface(sensor, version,
-                       version < 11 ? Interface::Tells::always : Interface::Tells::whileHeld);
+  return makeInterface(sensor, version, Interface::Tells::always);
 }
 
 std::shared_ptr<SBUIBiometricEventMonitor> makeBiometricEventMonitor(const SharedSensor& sensor) {

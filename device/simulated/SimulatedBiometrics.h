@@ -15,11 +15,11 @@ namespace sentrel::simulated {
 // them at the moment of telling.
 
 /// The interface of the home-screen process, with the operations that systems of `version` answer.
-/// Its delegate is told of every event, from system version 11 on only while an assertion is held.
+/// Its delegate is told of every event.
 std::shared_ptr<BiometricInterface> makeBiometricInterface(const SharedSensor& sensor, int version);
 
 /// The home-screen process's resource, whose interface is `interface`. Its observers are told of
-/// every event while an assertion is held, whoever holds it.
+/// every event.
 class SimulatedBiometricResource final : public SBUIBiometricResource, public SensorListener {
  public:
   SimulatedBiometricResource(SharedSensor sensor, std::shared_ptr<BiometricInterface> interface)
