@@ -8,16 +8,24 @@ build := build/$(preset)
 setup:
 	@tools/setup
 
+# A preset's build folder, told of only where it fails.
+configure = mkdir -p build/$(1) && cmake --preset $(1) >build/$(1)/configure.log 2>&1 || \
+	{ cat build/$(1)/configure.log; exit 1; }
+
 build: setup
-	@cmake --preset $(preset) >build-configure.log 2>&1 || { cat build-configure.log; exit 1; }
-	@rm -f build-configure.log
+	@$(call configure,$(preset))
 	@cmake --build $(build)
 
 test: build
 	@ctest --test-dir $(build) --output-on-failure --no-tests=error --parallel 2
 
-demo: build
-	@tools/demo $(build)/bin
+# verbose: tells every step. Sets up and builds no more than it runs.
+demo:
+	@tools/setup demo
+	@$(call configure,demo)
+	@echo "demo: building; from nothing this takes some minutes"
+	@cmake --build build/demo --target sentrel-springboard sentrel-app sentrelctl sentrel-sim -- --quiet
+	@tools/demo build/demo/bin $(if $(verbose),--verbose)
 
 # Both sides of every ratio in one run, on one CPU, so that they share its state.
 bench: build

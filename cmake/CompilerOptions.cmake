@@ -20,6 +20,11 @@ target_compile_options(sentrel_options INTERFACE
   $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>
   $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
 
+if(SENTREL_PRECOMPILE)
+  target_precompile_headers(sentrel_options INTERFACE
+    <algorithm> <chrono> <functional> <map> <memory> <optional> <string> <variant> <vector>)
+endif()
+
 if(SENTREL_SANITIZE)
   target_compile_options(sentrel_options INTERFACE
     -fsanitize=${SENTREL_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
