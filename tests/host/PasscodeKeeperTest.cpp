@@ -156,7 +156,7 @@ TEST_F(PasscodeKeeperTest, AttemptsAreCountedWhereTheFileTakesNothing) {
     device.files().setWritesFail(!isUnreadable);
     fail(3);
     EXPECT_FALSE(enter("123456"));
-    EXPECT_FALSE(device.files().readDictionary(host::passcodeRecordPath));
+    EXPECT_FALSE(device.files().readDictionary(host::passcodeRecordPath).dictionary);
   }
 }
 

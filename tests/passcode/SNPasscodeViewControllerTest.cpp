@@ -179,7 +179,7 @@ TEST_F(SNPasscodeViewControllerTest, AStoredPasscodeHasItsBoxesAndOpensTheLock) 
   type("9999");
   EXPECT_EQ(masks(), "------");
   const auto& box = screen->elements().digitTextFieldsArray.front();
-  EXPECT_EQ(box->layer().recordedAnimations().front().key, "shake");
+  EXPECT_EQ(box->layer().animations().front().key, "shake");
   EXPECT_EQ(screen->elements().failedAttemptLabel->text(), "1 Passcode Failed Attempt     ");
   type("123456");
   EXPECT_EQ(screen->view()->superview(), nullptr);
@@ -196,7 +196,7 @@ TEST_F(SNPasscodeViewControllerTest, AStoredPasscodeHasItsBoxesAndOpensTheLock) 
 TEST_F(SNPasscodeViewControllerTest, StepsSlideTheContainer) {
   screen->showForEnablingPasscodeInViewController(host, /*asModal=*/true);
   type("1234");
-  const auto& slides = screen->elements().animatingView->layer().recordedAnimations();
+  const auto& slides = screen->elements().animatingView->layer().animations();
   ASSERT_THAT(slides, SizeIs(1));
   EXPECT_EQ(slides[0].key, "swipe");
   EXPECT_EQ(slides[0].kind, CAAnimation::Kind::pushFromRight);
