@@ -25,6 +25,7 @@ set(sentrel_headers
   controller/Invocation.h
   controller/SentrelController.h
   effects/ProtectionOverlay.h
+  effects/StackBlur.h
   effects/SubviewSearch.h
   effects/TextHeight.h
   effects/UIAlerts.h
