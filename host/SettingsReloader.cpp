@@ -1,6 +1,7 @@
 #include "host/SettingsReloader.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "sentrel/Process.h"
 #include "sentrel/bridge/Notifications.h"
@@ -17,12 +18,18 @@ constexpr Seconds longestPause{60};
 /// What is under way; nothing of it once its owner is gone.
 class SettingsReloader::Reloading : public std::enable_shared_from_this<Reloading> {
  public:
-  void reloadSoon() {
-    if (isDue_) return;
-    isDue_ = true;
+  /// At once, for a question may stand right behind the notice. What is told of in the rest of the
+  /// turn waits for its end.
+  void reload() {
+    if (isReloaded_) {
+      isDue_ = true;
+      return;
+    }
+    isReloaded_ = true;
     queue().async([weak = weak_from_this()] {
-      if (const auto self = weak.lock()) self->reload();
+      if (const auto self = weak.lock()) self->endTurn();
     });
+    load();
   }
 
   void comeBack() {
@@ -37,8 +44,12 @@ class SettingsReloader::Reloading : public std::enable_shared_from_this<Reloadin
  private:
   static MainQueue& queue() { return *Process::current().platform().mainQueue; }
 
-  void reload() {
-    isDue_ = false;
+  void endTurn() {
+    isReloaded_ = false;
+    if (std::exchange(isDue_, false)) reload();
+  }
+
+  void load() {
     if (SNSettings::sharedSettings().reloadSettings())
       pause_ = firstPause;
     else
@@ -47,9 +58,10 @@ class SettingsReloader::Reloading : public std::enable_shared_from_this<Reloadin
 
   void retry() {
     isComingBack_ = false;
-    if (!SNSettings::sharedSettings().isUpToDate()) reloadSoon();
+    if (!SNSettings::sharedSettings().isUpToDate()) reload();
   }
 
+  bool isReloaded_ = false;
   bool isDue_ = false;
   bool isComingBack_ = false;
   Seconds pause_ = firstPause;
@@ -59,12 +71,12 @@ SettingsReloader::SettingsReloader()
     : reloading_(std::make_shared<Reloading>()),
       observation_(Process::current().platform().darwinCenter->addObserver(
           std::string(notifications::settingsChanged),
-          [reloading = reloading_](const Notification&) { reloading->reloadSoon(); })) {
+          [reloading = reloading_](const Notification&) { reloading->reload(); })) {
   if (!SNSettings::sharedSettings().isUpToDate()) reloading_->comeBack();
 }
 
 void SettingsReloader::reload() const {
-  reloading_->reloadSoon();
+  reloading_->reload();
 }
 
 }  // namespace sentrel::host

@@ -6,8 +6,9 @@
 
 namespace sentrel::host {
 
-/// Has the current process's settings reloaded whenever any process has changed the file: on the
-/// next turn of the main queue, once, however many notices there were. While nobody can tell what
+/// Has the current process's settings reloaded whenever any process has changed the file: at
+/// the first notice, so that a question right behind it is answered anew, and then once a turn of
+/// the main queue, however many there are. While nobody can tell what
 /// the file holds it comes back, first in a second, then less and less often, down to once a
 /// minute. Every process makes one, and keeps it.
 class SettingsReloader {

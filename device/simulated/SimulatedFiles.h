@@ -45,7 +45,9 @@ class SimulatedFiles final : public FileSystem, public PropertyListFiles {
   DictionaryReading readDictionary(const std::string& path) const override {
     if (readsFail_) return DictionaryReading::Outcome::couldNot;
     const auto file = dictionaries_.find(path);
-    if (file == dictionaries_.end()) return DictionaryReading::Outcome::absent;
+    if (file == dictionaries_.end())
+      return plain_.contains(path) ? DictionaryReading::Outcome::damaged
+                                   : DictionaryReading::Outcome::absent;
     return file->second;
   }
 

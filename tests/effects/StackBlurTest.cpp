@@ -58,6 +58,10 @@ TEST(PlainStackBlur, GivesWhatIsWorkedOutByHand) {
 
 struct Size {
   std::uint32_t width, height;
+
+  friend void PrintTo(const Size& size, std::ostream* out) {
+    *out << size.width << "x" << size.height;
+  }
 };
 
 class StackBlurSizes : public testing::TestWithParam<Size> {};

@@ -20,6 +20,8 @@ struct Conversation {
   std::vector<std::string> entries;
   /// From the first entry on, the clock starting again with each.
   std::vector<std::string> lines;
+
+  friend void PrintTo(const Conversation& told, std::ostream* out) { *out << told.name; }
 };
 
 const std::string slide = "swipe 0.15 ease";

@@ -195,11 +195,15 @@ TEST_F(SNPasscodeViewControllerTest, AStoredPasscodeHasItsBoxesAndOpensTheLock) 
 
 TEST_F(SNPasscodeViewControllerTest, StepsSlideTheContainer) {
   screen->showForEnablingPasscodeInViewController(host, /*asModal=*/true);
-  type("1234");
-  const auto& slides = screen->elements().animatingView->layer().animations();
-  ASSERT_THAT(slides, SizeIs(1));
-  EXPECT_EQ(slides[0].key, "swipe");
-  EXPECT_EQ(slides[0].kind, CAAnimation::Kind::pushFromRight);
+  type("123");
+  screen->elements().passcodeTextField->insertText("4");
+  std::optional<CAAnimation> slide;
+  for (int i = 0; i < 50 && !slide; ++i) {
+    advance(0.02);
+    slide = screen->elements().animatingView->layer().animationForKey("swipe");
+  }
+  ASSERT_TRUE(slide);
+  EXPECT_EQ(slide->kind, CAAnimation::Kind::pushFromRight);
 }
 
 // --- Presentation --------------------------------------------------------------------------------
